@@ -1,0 +1,174 @@
+// One named terrain surface: its survey points, its TIN, and the statistics of that TIN.
+//
+// The TIN is built when it is first needed and rebuilt after the points have changed; getCEType() is the way to it. Not
+// for several threads at once.
+#pragma once
+
+#include <vector>
+
+#include <OrvikDTMAlgorithm/Export.h>
+
+inline namespace OrvikDTM {
+
+class CEType;
+class FillCutResult;
+class SurfacePoint;
+class TPoint;
+struct RangePoint;
+
+class ORVIKDTM_API DTMSurface {
+ public:
+  DTMSurface() = default;
+
+  // Releases the storage of the point list only: neither the point records nor the TIN, which may be in use elsewhere.
+  // Call release() first to be rid of everything.
+  ~DTMSurface() = default;
+
+  DTMSurface(const DTMSurface&) = delete;
+  DTMSurface& operator=(const DTMSurface&) = delete;
+
+  // Releases the point records (save those of a caller's array, see updateDTMSurface) and the TIN; the surface is then
+  // empty.
+  void release();
+
+  // A new surface, the caller's, that shares nothing with this one: same name, statistics and switch, copies of the
+  // points, no TIN yet.
+  DTMSurface* clone() const;
+
+  // ---- name, switch, statistics of the latest TIN
+  // ----------------------------------------------------------------------
+
+  // The name: the surface's own zero-terminated buffer. A name is cut after its 23rd byte.
+  char* getSurfaceName() { return surfaceName; }
+  const char* getSurfaceName() const { return surfaceName; }
+  void setSurfaceName(const char* name);
+
+  // Whether the preview draws the edges of the TIN, or its hull alone.
+  void setIsDrawDTM(bool on) { isDrawDTM = on; }
+
+  // Extent in plan: x = easting, y = northing.
+  double getRangeMinX() const { return rangeMinX; }
+  double getRangeMaxX() const { return rangeMaxX; }
+  double getRangeMinY() const { return rangeMinY; }
+  double getRangeMaxY() const { return rangeMaxY; }
+  void setRangeMinX(double v) { rangeMinX = v; }
+  void setRangeMaxX(double v) { rangeMaxX = v; }
+  void setRangeMinY(double v) { rangeMinY = v; }
+  void setRangeMaxY(double v) { rangeMaxY = v; }
+
+  // Lowest and highest elevation.
+  double getMinElev() const { return minElev; }
+  double getMaxElev() const { return maxElev; }
+  void setMinElev(double v) { minElev = v; }
+  void setMaxElev(double v) { maxElev = v; }
+
+  // Area and hull length, in plan (two-D) and along the surface (three-D).
+  double getTwoDArea() const { return twoDArea; }
+  double getThreeDArea() const { return threeDArea; }
+  void setTwoDArea(double v) { twoDArea = v; }
+  void setThreeDArea(double v) { threeDArea = v; }
+  double getPerimeterTwoD() const { return perimeterTwoD; }
+  double getPerimeterThreeD() const { return perimeterThreeD; }
+  void setPerimeterTwoD(double v) { perimeterTwoD = v; }
+  void setPerimeterThreeD(double v) { perimeterThreeD = v; }
+
+  int getTrianglesNumber() const { return trianglesNumber; }
+  void setTrianglesNumber(int v) { trianglesNumber = v; }
+
+  // ---- points
+  // ----------------------------------------------------------------------------------------------------------
+
+  // The number of points in the list.
+  int getPointsNumber() const { return static_cast<int>(surfacePoints.size()); }
+
+  // The list itself; the records stay the surface's.
+  std::vector<SurfacePoint*>& getSurfacePoints() { return surfacePoints; }
+  const std::vector<SurfacePoint*>& getSurfacePoints() const { return surfacePoints; }
+
+  // Makes the surface refer to the caller's records (made with `new`) in place of its own, which are not released. An
+  // empty list changes nothing. The TIN is left alone.
+  void setSurfacePoints(const std::vector<SurfacePoint*>& points);
+
+  // Adopts `point` (made with `new`), names its surface, inserts it before position min(index, length) and rebuilds the
+  // TIN. Returns 1; 0 for a null point.
+  int addSurfacePoint(SurfacePoint* point, unsigned long long index);
+
+  // Puts `point` (made with `new`) in place of entry `index`, which is released, and rebuilds the TIN. Returns 1; 0,
+  // and `point` stays the caller's, when there is no such entry or `point` is null.
+  int updateSurfacePoint(unsigned int index, SurfacePoint* point);
+
+  // Removes min(length - index, count) entries from `index` on and drops the TIN; the next user rebuilds it. The
+  // records at the positions from `index` up to but not including `count` are released, the other removed records are
+  // not: `count` serves there as an end position, on purpose, so with count 1 only the record at position 0 is
+  // released. Returns 1; 0, and nothing changes, when there is no such entry or count is 0.
+  int deleteSurfacePoint(unsigned int index, unsigned long long count);
+
+  // Makes the surface refer to the `count` records of a caller's array, which stay the caller's and must outlive their
+  // use here; the records listed before are released (save those of an earlier array). The TIN is left as it is: call
+  // setCEType(nullptr) to have it rebuilt. Returns 1.
+  int updateDTMSurface(int count, SurfacePoint* points);
+
+  // Reads a point file (".dat" or ".csv", any case; name, code, easting, northing, elevation) and appends its points to
+  // this surface and to `out`; the records are the surface's. If there are any in `out` then, the TIN is rebuilt. A
+  // file that cannot be read, or has another extension, changes nothing.
+  void loadSurfacePointsFile(const char* path, std::vector<SurfacePoint*>& out);
+
+  // Points for the triangulation: x = easting and y = northing rounded to four decimals, halves away from zero, z as it
+  // is. Both the list and its points, made with `new`, are the caller's. Empty for fewer than three points. Null
+  // entries are skipped.
+  std::vector<TPoint*> getTPointList(std::vector<SurfacePoint*> points) const;
+
+  // ---- TIN and queries
+  // -------------------------------------------------------------------------------------------------
+
+  // The TIN, built with its statistics if there is none. It stays the surface's. Null for fewer than three points; the
+  // statistics are then 0.
+  CEType* getCEType();
+
+  // True when there is no TIN, or none of the present points.
+  bool isNeedInit() const { return ceType == nullptr; }
+
+  // Destroys the present TIN and adopts `model` (null: the next use rebuilds). The statistics are left alone.
+  void setCEType(CEType* model);
+
+  // Limits volumes and queries to a polygon (x = e, y = n). It lives in the TIN and goes with it at the next change of
+  // the points. Returns 1; 0 when the surface has no TIN to hold it.
+  int setRangeList(const std::vector<RangePoint*>& range);
+
+  // The height at northing n, easting e. Returns 1 and stores it in *z; 0, leaving *z, where the surface has none.
+  int checkSurfacePoint(double n, double e, double* z);
+
+  // Fill and cut against the level z = elevation; a new record, the caller's, with this surface's name. Null when the
+  // surface has no TIN, or a boundary (see CEType::getFillCut).
+  FillCutResult* getFillCut(double elevation);
+
+ private:
+  void refreshStatistics();
+  void resetStatistics();
+  void rebuild();
+  void dropModel();
+  void releaseRecord(SurfacePoint* point) const;
+
+  char surfaceName[24] = {};
+  int pointsNumber = 0;
+  int trianglesNumber = 0;
+  double twoDArea = 0.0;
+  double threeDArea = 0.0;
+  double minElev = 0.0;
+  double maxElev = 0.0;
+  double rangeMinX = 0.0;
+  double rangeMaxX = 0.0;
+  double rangeMinY = 0.0;
+  double rangeMaxY = 0.0;
+  bool isDrawDTM = true;
+  double perimeterTwoD = 0.0;
+  double perimeterThreeD = 0.0;
+  std::vector<SurfacePoint*> surfacePoints;
+  CEType* ceType = nullptr;
+
+  // The caller's array that updateDTMSurface() was given: its records are never released here.
+  const SurfacePoint* arrayBegin = nullptr;
+  const SurfacePoint* arrayEnd = nullptr;
+};
+
+}  // namespace OrvikDTM

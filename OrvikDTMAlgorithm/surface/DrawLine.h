@@ -1,0 +1,29 @@
+// One straight line of a surface's preview, in plan.
+#pragma once
+
+#include <cstdint>
+
+#include <OrvikDTMAlgorithm/Export.h>
+
+inline namespace OrvikDTM {
+
+class ORVIKDTM_API DrawLine {
+ public:
+  // A line from (startX, startY) to (endX, endY), x = easting, y = northing; flag false for an edge of the TIN, true
+  // for one of its outer hull.
+  DrawLine(double startX, double startY, double endX, double endY, bool flag)
+      : startX(startX), startY(startY), endX(endX), endY(endY), flag(flag ? 1 : 0) {}
+
+  double getStartX() const { return startX; }
+  double getStartY() const { return startY; }
+  double getEndX() const { return endX; }
+  double getEndY() const { return endY; }
+
+  double startX;
+  double startY;
+  double endX;
+  double endY;
+  std::int32_t flag;  // 0 an edge of the TIN, 1 an edge of the hull
+};
+
+}  // namespace OrvikDTM

@@ -1,0 +1,172 @@
+// The TIN of one surface: hull, edges and triangles in numbered lists, the boundary polygon that limits volumes and
+// queries, and what repeated point location remembers.
+//
+// 1. Axes: x = easting, y = northing, z = elevation, in coordinate units; areas are in their squares, volumes in their
+// cubes.
+// 2. Numbers are positions in the lists, from 1; 0 means none. A number that names nothing is skipped by every
+// operation.
+// 3. A CEType owns its three lists and its boundary points. The points that its edges refer to belong to whoever built
+// it,
+//    save those handed over with holdPoints().
+// 4. Copies are shallow: the copy refers to the same lists and boundary points, and must not be destroyed beside its
+// source.
+// 5. Not for several threads at once: even queries remember where they ended.
+#pragma once
+
+#include <array>
+#include <memory>
+#include <vector>
+
+#include <OrvikDTMAlgorithm/Export.h>
+#include <OrvikDTMAlgorithm/tin/TPoint.h>
+
+inline namespace OrvikDTM {
+
+class ConvexList;
+class EList;
+class FillCutResult;
+class TEdge;
+class TList;
+class Triangle3;
+struct RangePoint;
+
+class ORVIKDTM_API CEType {
+ public:
+  // A TIN that owns the three lists; any of them may be null.
+  CEType(ConvexList* hull, EList* edges, TList* triangles);
+  CEType(const CEType& source) = default;
+  CEType& operator=(const CEType& source);
+  ~CEType();
+
+  // The lists. A setter does not release the list that it replaces.
+  ConvexList* getCList() const { return hullList_; }
+  EList* getEList() const { return edgeList_; }
+  TList* getTList() const { return triangleList_; }
+  void setCList(ConvexList* hull);
+  void setEList(EList* edges);
+  void setTList(TList* triangles);
+
+  // Keeps `points` alive as long as this TIN and its copies: for points that the library, not the host, allocated.
+  void holdPoints(std::shared_ptr<const void> points) { heldPoints_ = std::move(points); }
+
+  // The boundary polygon in plan, in the order given, z = 0. Empty: no boundary.
+  std::vector<TPoint*>& getRangeList() { return rangeList_; }
+
+  // Replaces the boundary by copies of `range` (x = e, y = n, z = 0); null entries are skipped.
+  void setRangeList(const std::vector<RangePoint*>& range);
+
+  // The triangles and pieces of triangles that the latest volume computation measured, with their status (1 cut, -1
+  // fill). They are made when they are first asked for; nothing is spent on them before.
+  const std::vector<std::shared_ptr<Triangle3>>& getTriangle3List();
+
+  // ---- topology
+  // --------------------------------------------------------------------------------------------------------
+
+  // A new TIN of triangular faces, each of three positions in `vertices` counted from 0. Edges between the same plan
+  // positions are one edge; the hull list holds the edges with a face on one side only, in edge order. A face that
+  // names no vertex, or whose corners lie in one direction from the lowest, is skipped. The vertices stay the caller's
+  // and must outlive the result, which is the caller's.
+  static CEType* initCETypeFromFaces(const std::vector<TPoint*>& vertices,
+                                     const std::vector<std::array<int, 3>>& faces);
+
+  // ---- location and height
+  // ---------------------------------------------------------------------------------------------
+
+  // The number of a triangle that holds (x, y), by exact signs and boundary included; 0 outside. Where no triangle does
+  // so the first, in scan order, in which (x, y) lies within an area of 0.0001. Starts at the triangle found last.
+  int locateTri(double x, double y);
+
+  // The same by a walk from triangle `start` alone, which neither uses nor changes the triangle found last; 0 when the
+  // walk ends outside. `start` 0 means locateTri(x, y).
+  int locateTri(double x, double y, int start);
+
+  // The same by testing every triangle, beginning ten before the one found last.
+  int locateTri1(double x, double y);
+
+  // The height of the surface at (x, y); DBL_MAX outside.
+  double getHeight(double x, double y);
+
+  // A new array of three: the neighbours of triangle `tri` across its three edges, 0 on the hull and for what does not
+  // exist. The caller releases it with delete[].
+  int* getRelateT(int tri) const;
+
+  // How many of a, b, c are 0.
+  int getZero(int a, int b, int c) const;
+
+  // Heights on a grid, DBL_MAX outside the surface or its boundary: row i, column j is the height at
+  // (x0 + i * step, y0 + j * step), i = 0..nx, j = 0..ny. No rows for a negative nx, empty rows for a negative ny.
+  std::vector<std::vector<double>> proxyTri(double x0, double y0, int nx, int ny, double step);
+
+  // ---- measures
+  // --------------------------------------------------------------------------------------------------------
+
+  // The sum of the triangles' areas in plan and along the surface; 0 without triangles. The area along the surface is
+  // NaN when that of a triangle without extent rounds below zero under the root.
+  double getArea2D() const;
+  double getArea3D() const;
+
+  // The length of the hull in plan and in space; 0 without a hull.
+  double getTotalLength2D() const;
+  double getTotalLength3D() const;
+
+  // A new array of two, [lowest z, highest z] over all edges; [0, 0] without edges. The caller releases it with
+  // delete[].
+  double* getMinMaxHeight() const;
+
+  // [largest y, smallest y, largest x, smallest x] of the hull; four zeros without a hull.
+  std::vector<double> getRangeXY() const;
+
+  // Every distinct point (x, y and z) that the edges use, in order of first use. The points stay the TIN's.
+  std::vector<TPoint*> getOriginalList() const;
+
+  // ---- volumes
+  // ---------------------------------------------------------------------------------------------------------
+
+  // Fill and cut between this surface and the level z = elevation: where the surface lies below it is filled, where it
+  // lies above it is cut. A triangle in the level itself counts as fill without volume. Names are left empty, the
+  // totals are this TIN's own measures. The record is the caller's. Null when a boundary of three or more points is
+  // set: volumes within a boundary are not available yet.
+  FillCutResult* getFillCut(double elevation);
+
+ private:
+  // The three distinct corners of a triangle as a rule names them from its first two edges; false when one does not
+  // exist.
+  struct Corners {
+    TPoint* p1;
+    TPoint* p2;
+    TPoint* p3;
+  };
+  bool cornersOf(int tri, Corners& corners) const;
+  TEdge* edgeOf(int tri, int which) const;
+  int triangleCount() const;
+
+  void initVertexList();
+  bool containPoint(double x, double y);
+  bool holds(int tri, const TPoint& p) const;
+  bool acceptsByArea(int tri, const TPoint& p) const;
+  int nextOnWalk(int tri, const TPoint& p) const;
+  struct WalkEnd {
+    int found;
+    int last;
+  };
+  WalkEnd walk(int start, const TPoint& p) const;
+  double getHeightByNumXY(int tri, double x, double y) const;
+  int countInfinite(double x, double y, double z) const;
+
+  void makeTriangle3List();
+
+  ConvexList* hullList_;
+  EList* edgeList_;
+  TList* triangleList_;
+  std::vector<TPoint*> rangeList_;
+  std::vector<std::shared_ptr<Triangle3>> triangle3List_;
+  std::vector<TPoint> vertexList_;
+  int vertexListInvalid_ = 0;
+  int lastTriangleNo_ = 1;
+
+  std::shared_ptr<const void> heldPoints_;
+  bool triangle3Pending_ = false;
+  double triangle3Level_ = 0.0;
+};
+
+}  // namespace OrvikDTM

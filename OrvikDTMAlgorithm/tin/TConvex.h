@@ -1,0 +1,19 @@
+// One entry of a TIN's hull: the number of a hull edge in the same TIN.
+#pragma once
+
+#include <OrvikDTMAlgorithm/Export.h>
+
+inline namespace OrvikDTM {
+
+class ORVIKDTM_API TConvex {
+ public:
+  explicit TConvex(int edgeNumber) : edgeNumber_(edgeNumber) {}
+
+  int getEdgeNo() const { return edgeNumber_; }
+  void setEdgeNo(int edgeNumber) { edgeNumber_ = edgeNumber; }
+
+ private:
+  int edgeNumber_;
+};
+
+}  // namespace OrvikDTM

@@ -1,0 +1,27 @@
+// A triangle of a TIN, given by the numbers of its three edges in the same TIN. The edges close; their order is that in
+// which the construction named them and says nothing about orientation.
+#pragma once
+
+#include <OrvikDTMAlgorithm/Export.h>
+
+inline namespace OrvikDTM {
+
+class ORVIKDTM_API Triangle {
+ public:
+  // Copies three edge numbers.
+  explicit Triangle(const int* three) : Eno_{three[0], three[1], three[2]} {}
+
+  // The triangle's own array of three edge numbers.
+  int* getEno() { return Eno_; }
+  const int* getEno() const { return Eno_; }
+  void setEno(const int* three) {
+    Eno_[0] = three[0];
+    Eno_[1] = three[1];
+    Eno_[2] = three[2];
+  }
+
+ private:
+  int Eno_[3];
+};
+
+}  // namespace OrvikDTM
