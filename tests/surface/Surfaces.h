@@ -29,7 +29,11 @@ class OwnedSurface : public DTMSurface {
   OwnedSurface() { setSurfaceName("Site"); }
   explicit OwnedSurface(const std::vector<Position>& positions) : OwnedSurface() {
     std::vector<SurfacePoint*> points;
-    for (const Position& at : positions) points.push_back(newPoint("P" + std::to_string(points.size() + 1), at));
+    for (const Position& at : positions) {
+      std::string name = std::to_string(points.size() + 1);
+      name.insert(name.begin(), 'P');
+      points.push_back(newPoint(name, at));
+    }
     for (SurfacePoint* point : points) point->setSurfaceName("Site");
     setSurfacePoints(points);
   }
