@@ -10,6 +10,7 @@
 #include <OrvikDTMAlgorithm/tin/EList.h>
 #include <OrvikDTMAlgorithm/tin/TEdge.h>
 #include <OrvikDTMAlgorithm/tin/TPoint.h>
+#include <OrvikDTMAlgorithm/tin/verifyTIN.h>
 #include <gtest/gtest.h>
 
 #include "ExactPlane.h"
@@ -101,6 +102,8 @@ void PrintTo(const Site& site, std::ostream* out) { *out << site.name; }
 
 class ConstructedSite : public testing::TestWithParam<Site> {
  protected:
+  void SetUp() override { ASSERT_TRUE(verifyTIN(*tin_, points_.pointers()).valid()); }
+
   OwnedPoints points_{inputs::randomMillimetres(41, GetParam().size, GetParam().side, GetParam().x0, GetParam().y0)};
   std::unique_ptr<CEType> tin_ = support::triangulate(points_);
 };
@@ -122,7 +125,7 @@ TEST_P(ConstructedSite, PointsOutsideAreOutside) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Location, ConstructedSite,
-                         testing::Values(Site{"AtTheOrigin", 0, 0, 500, 1000}, Site{"Dense", 0, 0, 400, 1},
+                         testing::Values(Site{"AtTheOrigin", 0, 0, 500, 1000}, Site{"Dense", 0, 0, 400, 10},
                                          Site{"Projected", 500000, 3000000, 500, 1000},
                                          Site{"ZonePrefix", 38500000, 3400000, 500, 1000},
                                          Site{"ZonePrefixDense", 38500000, 3400000, 300, 3},
