@@ -99,6 +99,21 @@ TEST(Construction, ThreeThousandPointsGiveTheLiteralNetwork) {
   expectNoDifference({"projected", inputs::randomMillimetres(6, 3000, 500, 38500000.0, 3400000.0)}, checkedAsIs);
 }
 
+TEST(Construction, FinishedNetworksKeepTheInvariantsThatTheSweepAloneBreaks) {
+  int valid = 0;
+  for (std::uint64_t seed = 1; seed <= 40; ++seed) {
+    const Positions positions = inputs::randomMillimetres(seed, 100, 1000, 0.0, 0.0);
+    const OwnedPoints points(positions);
+    const auto tin = support::triangulate(points);
+    if (!verifyTIN(*tin).valid()) continue;
+    ++valid;
+    EXPECT_EQ(support::brokenInvariantOf(*tin, false), "");
+    const OwnedPoints sweptPoints(support::sweptPositions(positions));
+    EXPECT_NE(support::brokenInvariantOf(*support::sweep(sweptPoints), false), "");
+  }
+  EXPECT_GT(valid, 30);
+}
+
 // ---- small networks, edge by edge and triangle by triangle
 
 struct SmallCase {
@@ -357,18 +372,10 @@ TEST_P(SweepVerdict, IsThatOfExactArithmetic) {
   const Positions swept = support::sweptPositions(GetParam().positions);
   EXPECT_EQ(checkedStages(swept), "");
   const OwnedPoints points(swept);
-  std::vector<TPoint*> given = points.pointers();
-  PList* list = Surface::initPoins(given);
-  ASSERT_NE(list, nullptr);
-  const std::unique_ptr<CEType> fan(Surface::initCET(list));
-  ASSERT_NE(fan, nullptr);
-  const std::unique_ptr<CEType> tin(Surface::buildTIN(list, fan.get()));
-  fan->setCList(nullptr);
-  fan->setEList(nullptr);
-  fan->setTList(nullptr);
-  EXPECT_EQ(verifyTIN(*tin, points.pointers()).valid(), GetParam().valid) << toText(verifyTIN(*tin, points.pointers()));
-  list->setListData({});
-  delete list;
+  const auto tin = support::sweep(points);
+  ASSERT_NE(tin, nullptr);
+  const TINCheck check = verifyTIN(*tin, points.pointers());
+  EXPECT_EQ(check.valid(), GetParam().valid) << toText(check);
 }
 
 const SweepCase kSweepCases[] = {
@@ -394,18 +401,8 @@ TEST(Construction, LostAreaIsReported) {
   const Positions swept =
       support::sweptPositions({{1, 1, 0}, {101, 1, 0}, {61, 41, 0}, {61, 41, 0}, {81, 101, 0}, {1, 101, 0}});
   const OwnedPoints points(swept);
-  const std::unique_ptr<CEType> tin = [&] {
-    std::vector<TPoint*> given = points.pointers();
-    PList* list = Surface::initPoins(given);
-    const std::unique_ptr<CEType> fan(Surface::initCET(list));
-    std::unique_ptr<CEType> result(Surface::buildTIN(list, fan.get()));
-    fan->setCList(nullptr);
-    fan->setEList(nullptr);
-    fan->setTList(nullptr);
-    list->setListData({});
-    delete list;
-    return result;
-  }();
+  const auto tin = support::sweep(points);
+  ASSERT_NE(tin, nullptr);
   const TINCheck check = verifyTIN(*tin, points.pointers());
   EXPECT_EQ(check.fault, TINFault::AreaGap) << toText(check);
   EXPECT_NEAR(check.areaGap, 1600.0, 1e-6);

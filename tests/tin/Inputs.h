@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,8 @@ struct Kind {
   const char* name;
   Positions (*make)(std::uint64_t seed, int size);
 };
+
+inline void PrintTo(const Kind& kind, std::ostream* out) { *out << kind.name; }
 
 // Kinds whose coordinates are ordinary numbers within 1e9 units.
 const std::vector<Kind>& surveyKinds();

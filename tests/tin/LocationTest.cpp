@@ -125,7 +125,7 @@ TEST_P(ConstructedSite, PointsOutsideAreOutside) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Location, ConstructedSite,
-                         testing::Values(Site{"AtTheOrigin", 0, 0, 500, 1000}, Site{"Dense", 0, 0, 400, 10},
+                         testing::Values(Site{"AtTheOrigin", 0, 0, 500, 1000}, Site{"Dense", 0, 0, 60, 10},
                                          Site{"Projected", 500000, 3000000, 500, 1000},
                                          Site{"ZonePrefix", 38500000, 3400000, 500, 1000},
                                          Site{"ZonePrefixDense", 38500000, 3400000, 300, 3},

@@ -10,6 +10,7 @@
 
 #include <OrvikDTMAlgorithm/tin/ConvexList.h>
 #include <OrvikDTMAlgorithm/tin/EList.h>
+#include <OrvikDTMAlgorithm/tin/PList.h>
 #include <OrvikDTMAlgorithm/tin/Surface.h>
 #include <OrvikDTMAlgorithm/tin/TConvex.h>
 #include <OrvikDTMAlgorithm/tin/TEdge.h>
@@ -273,6 +274,21 @@ Tables tablesOf(const CEType& tin, const std::vector<TPoint*>& points) {
 std::unique_ptr<CEType> triangulate(const OwnedPoints& points) {
   std::vector<TPoint*> given = points.pointers();
   return std::unique_ptr<CEType>(Surface::optimizeTIN(given));
+}
+
+std::unique_ptr<CEType> sweep(const OwnedPoints& points) {
+  std::vector<TPoint*> given = points.pointers();
+  const std::unique_ptr<PList> list(Surface::initPoins(given));
+  if (list == nullptr) return nullptr;
+  const std::unique_ptr<CEType> fan(Surface::initCET(list.get()));
+  std::unique_ptr<CEType> tin(Surface::buildTIN(list.get(), fan.get()));
+  if (fan != nullptr) {
+    fan->setCList(nullptr);
+    fan->setEList(nullptr);
+    fan->setTList(nullptr);
+  }
+  list->setListData({});  // the points stay the fixture's
+  return tin;
 }
 
 int triangleCount(const CEType& tin) { return tin.getTList() == nullptr ? 0 : tin.getTList()->getListLen(); }

@@ -52,6 +52,9 @@ Tables tablesOf(const CEType& tin, const std::vector<TPoint*>& points);
 // optimizeTIN() on points that stay the fixture's; null when the library gives null.
 std::unique_ptr<CEType> triangulate(const OwnedPoints& points);
 
+// What initPoins(), initCET() and buildTIN() make of the points as they stand; null when one of them gives nothing.
+std::unique_ptr<CEType> sweep(const OwnedPoints& points);
+
 int triangleCount(const CEType& tin);
 int edgeCount(const CEType& tin);
 int hullCount(const CEType& tin);
