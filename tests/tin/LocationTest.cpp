@@ -184,7 +184,7 @@ TEST(Location, TrianglesOfAnImportedNetworkThatIsNotDelaunayAreFound) {
   expectVerticesFound(*tin);
 }
 
-// Four triangles around a vertex, each turned so that the walk's first exits chase each other.
+// Eight triangles between two squares; the inner one is empty.
 class RingAroundAHole : public testing::Test {
  protected:
   RingAroundAHole() {
@@ -225,6 +225,51 @@ TEST(Location, IslandsAreFound) {
   expectVerticesFound(*tin);
   EXPECT_EQ(tin->locateTri(30, 30), 0);
   EXPECT_EQ(tin->getHeight(52, 57), 2.0);
+}
+
+// ---- the order of the scan
+
+// Thirty triangles without neighbours; those in `stacked` lie one upon another at the origin.
+std::unique_ptr<CEType> thirtyTriangles(OwnedPoints& points, const std::vector<int>& stacked) {
+  support::Tables tables;
+  for (int t = 1; t <= 30; ++t) {
+    const bool atOrigin = std::find(stacked.begin(), stacked.end(), t) != stacked.end();
+    const double x = atOrigin ? 0.0 : 10.0 * t;
+    points.add(x, 0, 0);
+    points.add(x + 4, 0, 0);
+    points.add(x, 4, 0);
+    const int first = 3 * (t - 1) + 1;
+    tables.edges.push_back({first, first + 1, t, 0});
+    tables.edges.push_back({first + 1, first + 2, t, 0});
+    tables.edges.push_back({first + 2, first, t, 0});
+    tables.triangles.push_back({first, first + 1, first + 2});
+  }
+  return makeTIN(points, tables);
+}
+
+TEST(Scan, BeginsTenBeforeTheTriangleFoundLast) {
+  OwnedPoints points;
+  const auto tin = thirtyTriangles(points, {5, 14, 16, 20});
+  EXPECT_EQ(tin->locateTri1(1, 1), 5);
+  EXPECT_EQ(tin->locateTri1(251, 1), 25);
+  EXPECT_EQ(tin->locateTri1(1, 1), 16);
+  EXPECT_EQ(tin->locateTri1(1, 1), 16);  // the one found last comes first
+}
+
+TEST(Scan, BeginsAtTheFirstTriangleWhereThereAreNotTenBefore) {
+  OwnedPoints points;
+  const auto tin = thirtyTriangles(points, {1, 2, 28});
+  EXPECT_EQ(tin->locateTri1(31, 1), 3);
+  EXPECT_EQ(tin->locateTri1(1, 1), 1);
+}
+
+TEST(Scan, GoesRoundToTheTrianglesBeforeItsStart) {
+  OwnedPoints points;
+  const auto tin = thirtyTriangles(points, {4, 7});
+  EXPECT_EQ(tin->locateTri1(251, 1), 25);
+  EXPECT_EQ(tin->locateTri1(1, 1), 4);
+  EXPECT_EQ(tin->locateTri1(-100, -100), 0);
+  EXPECT_EQ(tin->locateTri1(1, 1), 4);  // a miss is not remembered
 }
 
 // ---- hints, neighbours, small change
