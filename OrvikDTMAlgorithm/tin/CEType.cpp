@@ -1,13 +1,8 @@
-#include <algorithm>
-#include <utility>
-
 #include <OrvikDTMAlgorithm/surface/RangePoint.h>
 #include <OrvikDTMAlgorithm/tin/CEType.h>
 #include <OrvikDTMAlgorithm/tin/ConvexList.h>
 #include <OrvikDTMAlgorithm/tin/EList.h>
-#include <OrvikDTMAlgorithm/tin/TEdge.h>
 #include <OrvikDTMAlgorithm/tin/TList.h>
-#include <OrvikDTMAlgorithm/tin/Triangle.h>
 #include <OrvikDTMAlgorithm/tin/Triangle3.h>
 
 inline namespace OrvikDTM {
@@ -45,28 +40,6 @@ void CEType::setRangeList(const std::vector<RangePoint*>& range) {
   for (const RangePoint* p : range) {
     if (p != nullptr) rangeList_.push_back(new TPoint(p->e, p->n, 0.0));
   }
-}
-
-int CEType::triangleCount() const { return triangleList_ == nullptr ? 0 : triangleList_->getListLen(); }
-
-TEdge* CEType::edgeOf(int tri, int which) const {
-  if (triangleList_ == nullptr || edgeList_ == nullptr) return nullptr;
-  Triangle* triangle = triangleList_->findByNum(triangleList_, tri);
-  if (triangle == nullptr) return nullptr;
-  TEdge* edge = edgeList_->findByNum(edgeList_, triangle->getEno()[which]);
-  const bool whole = edge != nullptr && edge->getStartPoint() != nullptr && edge->getEndPoint() != nullptr;
-  return whole ? edge : nullptr;
-}
-
-bool CEType::cornersOf(int tri, Corners& corners) const {
-  const TEdge* first = edgeOf(tri, 0);
-  const TEdge* second = edgeOf(tri, 1);
-  if (first == nullptr || second == nullptr) return false;
-  corners.p1 = first->getStartPoint();
-  corners.p2 = first->getEndPoint();
-  const bool startIsKnown = first->containPoint(second->getStartPoint());
-  corners.p3 = startIsKnown ? second->getEndPoint() : second->getStartPoint();
-  return true;
 }
 
 }  // namespace OrvikDTM

@@ -153,8 +153,8 @@ class ORVIKDTM_API CEType {
   double getHeightByNumXY(int tri, double x, double y) const;
   int countInfinite(double x, double y, double z) const;
 
-  template <typename Area>
-  double sumOverTriangles(Area areaOf) const;
+  template <typename Length, typename Area>
+  double sumOverTriangles(Length lengthOf, Area areaOf) const;
 
   void makeTriangle3List();
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include <OrvikDTMAlgorithm/report/U.h>
-#include <OrvikDTMAlgorithm/tin/CEType.h>
+#include <OrvikDTMAlgorithm/tin/CETypeElements.h>
 #include <OrvikDTMAlgorithm/tin/Surface.h>
 
 inline namespace OrvikDTM {

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include <OrvikDTMAlgorithm/surface/FillCutResult.h>
-#include <OrvikDTMAlgorithm/tin/CEType.h>
+#include <OrvikDTMAlgorithm/tin/CETypeElements.h>
 #include <OrvikDTMAlgorithm/tin/Triangle3.h>
 #include <OrvikDTMAlgorithm/tin/TriangleAreas.h>
 

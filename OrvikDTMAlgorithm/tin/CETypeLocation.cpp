@@ -2,13 +2,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include <OrvikDTMAlgorithm/tin/CEType.h>
-#include <OrvikDTMAlgorithm/tin/EList.h>
+#include <OrvikDTMAlgorithm/tin/CETypeElements.h>
 #include <OrvikDTMAlgorithm/tin/Orientation.h>
 #include <OrvikDTMAlgorithm/tin/SideOfLine.h>
-#include <OrvikDTMAlgorithm/tin/TEdge.h>
-#include <OrvikDTMAlgorithm/tin/TList.h>
-#include <OrvikDTMAlgorithm/tin/Triangle.h>
 
 inline namespace OrvikDTM {
 

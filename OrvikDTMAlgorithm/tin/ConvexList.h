@@ -12,7 +12,7 @@ class ORVIKDTM_API ConvexList : public SLType {
   using SLType::SLType;
 
   // Element `num` of `list`, or null when there is no such element.
-  TConvex* findByNum(SLType* list, int num) const { return static_cast<TConvex*>(SLType::findByNum(list, num)); }
+  TConvex* findByNum(const SLType* list, int num) const { return static_cast<TConvex*>(SLType::findByNum(list, num)); }
 
   // Builds a text dump of `list` and discards it: a hook for a debug log.
   void getAllNode(ConvexList* list);

@@ -12,7 +12,7 @@ class ORVIKDTM_API EList : public SLType {
   using SLType::SLType;
 
   // Element `num` of `list`, or null when there is no such element.
-  TEdge* findByNum(SLType* list, int num) const { return static_cast<TEdge*>(SLType::findByNum(list, num)); }
+  TEdge* findByNum(const SLType* list, int num) const { return static_cast<TEdge*>(SLType::findByNum(list, num)); }
 
   // Builds a text dump of `list` and discards it: a hook for a debug log.
   void getAllNode(EList* list);

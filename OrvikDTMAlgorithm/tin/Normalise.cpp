@@ -1,9 +1,11 @@
 #include <algorithm>
+#include <bit>
 #include <cmath>
 
 #include <OrvikDTMAlgorithm/report/NumberText.h>
 #include <OrvikDTMAlgorithm/tin/Normalise.h>
-#include <OrvikDTMAlgorithm/tin/PositionSet.h>
+#include <OrvikDTMAlgorithm/tin/RadixSort.h>
+#include <OrvikDTMAlgorithm/tin/Repeats.h>
 #include <OrvikDTMAlgorithm/tin/TPoint.h>
 
 inline namespace OrvikDTM {
@@ -15,51 +17,32 @@ constexpr int kDecimals = 3;
 
 bool usable(const TPoint* p) { return p != nullptr && !std::isnan(p->getX()) && !std::isnan(p->getY()); }
 
-struct SortKey {
-  double y;
-  double x;
-  Number rank;
-  TPoint* point;
-};
-
-// Sorts the first `count` points by y, then x; points at the same place keep their order.
-void sortFromLowest(std::vector<TPoint*>& points, std::size_t count) {
-  std::vector<SortKey> keys;
-  keys.reserve(count);
-  for (std::size_t i = 0; i < count; ++i) {
-    keys.push_back({points[i]->getY(), points[i]->getX(), static_cast<Number>(i), points[i]});
-  }
-  std::sort(keys.begin(), keys.end(), [](const SortKey& a, const SortKey& b) {
-    if (a.y != b.y) return a.y < b.y;
-    if (a.x != b.x) return a.x < b.x;
-    return a.rank < b.rank;
-  });
-  for (std::size_t i = 0; i < count; ++i) points[i] = keys[i].point;
+// A key that orders as the number does; 0 and -0 have the same.
+std::uint64_t sortKey(double v) {
+  constexpr std::uint64_t kSign = std::uint64_t{1} << 63;
+  const auto bits = std::bit_cast<std::uint64_t>(v + 0.0);
+  return (bits & kSign) != 0 ? ~bits : bits | kSign;
 }
 
-struct Interval {
-  double low;
-  double high;
-  bool meets(const Interval& other) const { return !(high < other.low || other.high < low); }
-};
+// The points, all of them usable, by y, then x; points at the same place keep their order.
+std::vector<TPoint*> fromLowest(const std::vector<TPoint*>& points) {
+  std::vector<KeyedNumber> byY(points.size());
+  for (Number i = 0; i < byY.size(); ++i) byY[i] = {sortKey(points[i]->getY()), i};
+  radixSort(byY);
 
-// The smallest and largest of one coordinate over the rounded points.
-template <double Position::*Coordinate>
-Interval extentOf(const std::vector<Position>& positions) {
-  Interval extent{positions.front().*Coordinate, positions.front().*Coordinate};
-  for (const Position& p : positions) {
-    extent.low = std::min(extent.low, p.*Coordinate);
-    extent.high = std::max(extent.high, p.*Coordinate);
+  std::vector<TPoint*> sorted(points.size());
+  std::vector<KeyedNumber> row;
+  for (std::size_t first = 0; first < byY.size();) {
+    row.clear();
+    std::size_t last = first;
+    for (; last < byY.size() && byY[last].key == byY[first].key; ++last) row.push_back({0, byY[last].number});
+    if (row.size() > 1) {
+      for (KeyedNumber& item : row) item.key = sortKey(points[item.number]->getX());
+      radixSort(row);
+    }
+    for (const KeyedNumber& item : row) sorted[first++] = points[item.number];
   }
-  return extent;
-}
-
-// Whether a rounded coordinate can equal a shifted one at all. Subtraction rounds monotonically, so the shifted
-// extremes are the extremes shifted.
-template <double Position::*Coordinate>
-bool canCoincide(const std::vector<Position>& rounded, double origin) {
-  const Interval own = extentOf<Coordinate>(rounded);
-  return own.meets({own.low - origin, own.high - origin});
+  return sorted;
 }
 
 bool fitsMillimetres(const std::vector<Position>& rounded) {
@@ -71,38 +54,35 @@ bool fitsMillimetres(const std::vector<Position>& rounded) {
 }  // namespace
 
 NormalisedPoints normalise(std::vector<TPoint*>& points, bool compareUnshifted) {
-  const auto firstUnusable = std::stable_partition(points.begin(), points.end(), usable);
-  const auto count = static_cast<std::size_t>(firstUnusable - points.begin());
   NormalisedPoints result;
-  if (count == 0) return result;
+  const auto firstUnusable = std::stable_partition(points.begin(), points.end(), usable);
+  std::vector<TPoint*> sorted = fromLowest({points.begin(), firstUnusable});
+  std::copy(sorted.begin(), sorted.end(), points.begin());
+  if (sorted.empty()) return result;
 
-  sortFromLowest(points, count);
-  result.origin = {points[0]->getX(), points[0]->getY()};
+  result.origin = positionOf(*sorted.front());
   std::vector<Position> rounded;
-  rounded.reserve(count);
-  for (std::size_t i = 0; i < count; ++i) {
-    TPoint& p = *points[i];
-    result.origin.x = std::min(result.origin.x, p.getX());
-    rounded.push_back({roundThroughText(kDecimals, p.getX()), roundThroughText(kDecimals, p.getY())});
-    p.setX(rounded.back().x);
-    p.setY(rounded.back().y);
+  rounded.reserve(sorted.size());
+  for (std::size_t i = 0; i < sorted.size(); ++i) {
+    const Position p = positionOf(*sorted[i]);
+    result.origin.x = std::min(result.origin.x, p.x);
+    rounded.push_back({roundThroughText(kDecimals, p.x), roundThroughText(kDecimals, p.y)});
   }
 
-  const bool repeatsPossible = compareUnshifted || (canCoincide<&Position::x>(rounded, result.origin.x) &&
-                                                    canCoincide<&Position::y>(rounded, result.origin.y));
+  const std::vector<bool> isRepeat = findRepeats(rounded, result.origin, compareUnshifted);
   const bool countable = fitsMillimetres(rounded);
-  PositionSet accepted(repeatsPossible ? count : 0);
-  result.points.reserve(count);
-  result.positions.reserve(count);
-  for (std::size_t i = 0; i < count; ++i) {
-    if (repeatsPossible && accepted.find(rounded[i]) != PositionSet::kNone) continue;
-    const Position shifted{rounded[i].x - result.origin.x, rounded[i].y - result.origin.y};
-    if (repeatsPossible) accepted.insert(compareUnshifted ? rounded[i] : shifted);
-    points[i]->setX(shifted.x);
-    points[i]->setY(shifted.y);
-    result.points.push_back(points[i]);
-    result.positions.push_back(shifted);
-    if (countable) result.millimetres.push_back(inMillimetres(rounded[i]));
+  result.points.reserve(sorted.size());
+  result.positions.reserve(sorted.size());
+  if (countable) result.millimetres.reserve(sorted.size());
+  for (std::size_t i = 0; i < sorted.size(); ++i) {
+    const Position& p = rounded[i];
+    if (!isRepeat.empty() && isRepeat[i]) {
+      result.repeats.push_back({sorted[i], p});
+      continue;
+    }
+    result.points.push_back(sorted[i]);
+    result.positions.push_back({p.x - result.origin.x, p.y - result.origin.y});
+    if (countable) result.millimetres.push_back(inMillimetres(p));
   }
   return result;
 }

@@ -12,7 +12,7 @@ class ORVIKDTM_API PList : public SLType {
   using SLType::SLType;
 
   // Element `num` of `list`, or null when there is no such element.
-  TPoint* findByNum(SLType* list, int num) const { return static_cast<TPoint*>(SLType::findByNum(list, num)); }
+  TPoint* findByNum(const SLType* list, int num) const { return static_cast<TPoint*>(SLType::findByNum(list, num)); }
 };
 
 }  // namespace OrvikDTM

@@ -1,8 +1,13 @@
+#include <algorithm>
+#include <array>
 #include <memory>
+#include <new>
+#include <type_traits>
 
 #include <OrvikDTMAlgorithm/tin/CEType.h>
 #include <OrvikDTMAlgorithm/tin/ConvexList.h>
 #include <OrvikDTMAlgorithm/tin/EList.h>
+#include <OrvikDTMAlgorithm/tin/ElementBlocks.h>
 #include <OrvikDTMAlgorithm/tin/PList.h>
 #include <OrvikDTMAlgorithm/tin/Publish.h>
 #include <OrvikDTMAlgorithm/tin/TConvex.h>
@@ -15,50 +20,69 @@ namespace detail {
 
 namespace {
 
-// Appends an element and hands it over; a full list refuses it.
-template <typename List, typename Element>
-void append(List& list, std::unique_ptr<Element> element) {
-  if (list.add(&list, element.get()) == 1) element.release();
+std::array<int, 2> slotsOf(const MeshEdge& e) { return {static_cast<int>(e.left), static_cast<int>(e.right)}; }
+
+std::array<int, 3> edgesOf(const MeshTriangle& t) {
+  return {static_cast<int>(t.edge[0]), static_cast<int>(t.edge[1]), static_cast<int>(t.edge[2])};
 }
 
-void publishEdges(const Mesh& mesh, const std::vector<TPoint*>& points, EList& edges) {
-  for (Number number = 1; number <= mesh.edgeCount(); ++number) {
-    const MeshEdge& e = mesh.edges[number];
-    const int slots[2] = {static_cast<int>(e.left), static_cast<int>(e.right)};
-    if (TEdge* known = edges.findByNum(&edges, static_cast<int>(number))) {
-      known->setStartPoint(points[e.start]);
-      known->setEndPoint(points[e.end]);
-      known->setTriNo(slots);
-      continue;
+}  // namespace
+
+// Appends many elements to a list at once, from one block.
+class ListFiller {
+ public:
+  // make(i) gives element number i, for i from length + 1 up to `last`; what the list has no room for is left out.
+  template <typename Element, typename Make>
+  static void append(SLType& list, int last, Make make) {
+    static_assert(std::is_trivially_destructible_v<Element>);
+    const int first = list.getListLen() + 1;
+    last = std::min(last, list.getMaxlen());
+    if (last < first) return;
+    const auto count = static_cast<std::size_t>(last - first + 1);
+    list.listData_.reserve(list.listData_.size() + count);
+    auto* element = static_cast<Element*>(allocateElements(count, sizeof(Element)));
+    for (int number = first; number <= last; ++number, ++element) {
+      list.listData_.push_back(new (element) Element(make(number)));
     }
-    auto edge = std::make_unique<TEdge>(points[e.start], points[e.end]);
-    edge->setTriNo(slots);
-    append(edges, std::move(edge));
   }
+};
+
+namespace {
+
+void publishEdges(const Mesh& mesh, const std::vector<TPoint*>& points, EList& edges) {
+  const int known = edges.getListLen();
+  for (int number = 1; number <= known; ++number) {
+    const MeshEdge& e = mesh.edges[static_cast<Number>(number)];
+    TEdge* edge = edges.findByNum(&edges, number);
+    edge->setStartPoint(points[e.start]);
+    edge->setEndPoint(points[e.end]);
+    edge->setTriNo(slotsOf(e).data());
+  }
+  ListFiller::append<TEdge>(edges, static_cast<int>(mesh.edgeCount()), [&](int number) {
+    const MeshEdge& e = mesh.edges[static_cast<Number>(number)];
+    TEdge edge(points[e.start], points[e.end]);
+    edge.setTriNo(slotsOf(e).data());
+    return edge;
+  });
 }
 
 void publishTriangles(const Mesh& mesh, TList& triangles) {
-  for (Number number = 1; number <= mesh.triangleCount(); ++number) {
-    const Number* e = mesh.triangles[number].edge;
-    const int three[3] = {static_cast<int>(e[0]), static_cast<int>(e[1]), static_cast<int>(e[2])};
-    if (Triangle* known = triangles.findByNum(&triangles, static_cast<int>(number))) {
-      known->setEno(three);
-      continue;
-    }
-    append(triangles, std::make_unique<Triangle>(three));
+  const auto edgesOfNumber = [&mesh](int number) { return edgesOf(mesh.triangles[static_cast<Number>(number)]); };
+  const int known = triangles.getListLen();
+  for (int number = 1; number <= known; ++number) {
+    triangles.findByNum(&triangles, number)->setEno(edgesOfNumber(number).data());
   }
+  ListFiller::append<Triangle>(triangles, static_cast<int>(mesh.triangleCount()),
+                               [&](int number) { return Triangle(edgesOfNumber(number).data()); });
 }
 
 void publishHull(const Mesh& mesh, ConvexList& hull) {
-  while (hull.getListLen() > static_cast<int>(mesh.hull.size())) hull.deleteData(&hull, hull.getListLen());
-  for (std::size_t i = 0; i < mesh.hull.size(); ++i) {
-    const int edge = static_cast<int>(mesh.hull[i]);
-    if (TConvex* known = hull.findByNum(&hull, static_cast<int>(i) + 1)) {
-      known->setEdgeNo(edge);
-      continue;
-    }
-    append(hull, std::make_unique<TConvex>(edge));
-  }
+  const auto length = static_cast<int>(mesh.hull.size());
+  const auto edgeAt = [&mesh](int number) { return static_cast<int>(mesh.hull[static_cast<std::size_t>(number - 1)]); };
+  while (hull.getListLen() > length) hull.deleteData(&hull, hull.getListLen());
+  const int known = hull.getListLen();
+  for (int number = 1; number <= known; ++number) hull.findByNum(&hull, number)->setEdgeNo(edgeAt(number));
+  ListFiller::append<TConvex>(hull, length, [&](int number) { return TConvex(edgeAt(number)); });
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 // A stable sort of numbers by 64-bit keys, a few times faster than comparing when there are many. Private.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <vector>
 

@@ -1,6 +1,6 @@
-#include <new>
 #include <utility>
 
+#include <OrvikDTMAlgorithm/tin/ElementBlocks.h>
 #include <OrvikDTMAlgorithm/tin/SLType.h>
 
 inline namespace OrvikDTM {
@@ -9,15 +9,11 @@ namespace {
 
 constexpr int kDefaultCapacity = 100;
 
-void releaseElement(void* element) { ::operator delete(element); }
-
 }  // namespace
 
 SLType::SLType() : maxlen_(kDefaultCapacity) { listData_.reserve(kDefaultCapacity); }
 
-SLType::~SLType() {
-  for (void* element : listData_) releaseElement(element);
-}
+SLType::~SLType() { detail::releaseElements(listData_); }
 
 void SLType::setMaxlen(int n) {
   maxlen_ = n;
@@ -26,7 +22,7 @@ void SLType::setMaxlen(int n) {
 
 void SLType::init(SLType* list) {
   if (list == nullptr) return;
-  for (void* element : std::exchange(list->listData_, {})) releaseElement(element);
+  detail::releaseElements(std::exchange(list->listData_, {}));
 }
 
 int SLType::add(SLType* list, void* data) {
@@ -44,14 +40,9 @@ int SLType::insert(SLType* list, int pos, void* data) {
 int SLType::deleteData(SLType* list, int num) {
   if (list == nullptr || num < 1 || num > list->getListLen()) return 0;
   const auto place = list->listData_.begin() + (num - 1);
-  releaseElement(*place);
+  detail::releaseElement(*place);
   list->listData_.erase(place);
   return 1;
-}
-
-void* SLType::findByNum(SLType* list, int num) const {
-  if (list == nullptr || num < 1 || num > list->getListLen()) return nullptr;
-  return list->listData_[static_cast<std::size_t>(num - 1)];
 }
 
 SLType* SLType::switchPos(SLType* list, int a, int b) {

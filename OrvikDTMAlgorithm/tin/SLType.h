@@ -10,11 +10,16 @@
 //    them. Empty one of the two with setListData({}) before it goes.
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include <OrvikDTMAlgorithm/Export.h>
 
 inline namespace OrvikDTM {
+
+namespace detail {
+class ListFiller;
+}
 
 class ORVIKDTM_API SLType {
  public:
@@ -54,12 +59,17 @@ class ORVIKDTM_API SLType {
   int deleteData(SLType* list, int num);
 
   // Element `num`, or null when there is no such element.
-  void* findByNum(SLType* list, int num) const;
+  void* findByNum(const SLType* list, int num) const {
+    const auto index = static_cast<std::size_t>(static_cast<unsigned>(num) - 1u);
+    return list == nullptr || index >= list->listData_.size() ? nullptr : list->listData_[index];
+  }
 
   // Swaps elements a and b and returns `list`; null, and nothing is changed, when either does not exist.
   SLType* switchPos(SLType* list, int a, int b);
 
  private:
+  friend class detail::ListFiller;
+
   int maxlen_;
   std::vector<void*> listData_;
 };

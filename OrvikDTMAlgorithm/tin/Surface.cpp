@@ -1,5 +1,3 @@
-#include <OrvikDTMAlgorithm/tin/Surface.h>
-
 #include <optional>
 #include <utility>
 
@@ -9,8 +7,10 @@
 #include <OrvikDTMAlgorithm/tin/Flips.h>
 #include <OrvikDTMAlgorithm/tin/Normalise.h>
 #include <OrvikDTMAlgorithm/tin/Publish.h>
+#include <OrvikDTMAlgorithm/tin/Surface.h>
 #include <OrvikDTMAlgorithm/tin/Sweep.h>
 #include <OrvikDTMAlgorithm/tin/SweepWatch.h>
+#include <OrvikDTMAlgorithm/tin/TPoint.h>
 
 inline namespace OrvikDTM {
 
@@ -33,39 +33,62 @@ std::vector<T> reordered(const std::vector<T>& items, const std::vector<Number>&
   return result;
 }
 
-// A finished mesh, the published points that its point indexes stand for, and where those points lie.
+// A finished mesh, which of the accepted points each of its point indexes stands for, and where those points go.
 struct FinishedMesh {
   detail::Mesh mesh;
-  std::vector<TPoint*> points;
+  std::vector<Number> order;
   std::vector<Position> places;
 };
 
-// The sweep's triangulation with its edges flipped. None when the points have no sweep order, or when the sweep's
-// result is not valid; where coordinates are too large for that check, it is taken as it is.
-std::optional<FinishedMesh> buildBySweep(const detail::NormalisedPoints& normalised) {
-  const std::vector<Number> order = detail::sweepOrder(normalised.positions);
-  if (order.empty()) return std::nullopt;
+// The sweep over points in this order, without flips yet; nothing when it is not a valid triangulation. Where
+// coordinates are too large for that check, the sweep is taken as it is.
+std::optional<detail::Mesh> sweepInOrder(const detail::NormalisedPoints& normalised, const std::vector<Number>& order) {
   detail::Mesh mesh;
   mesh.points = reordered(normalised.positions, order);
   const Number fanEnd = detail::startFan(mesh);
   if (fanEnd == 0) return std::nullopt;
   Surface::FLAG = static_cast<int>(fanEnd);
-
   if (normalised.millimetres.empty()) {
     detail::sweep(mesh, fanEnd, nullptr);
-  } else {
-    detail::SweepWatch watch(mesh, detail::MillimetrePlane(reordered(normalised.millimetres, order)));
-    if (!detail::sweep(mesh, fanEnd, &watch)) return std::nullopt;
+    return mesh;
   }
-  detail::flipToDelaunay(mesh);
-
-  std::vector<Position> places;
-  places.reserve(mesh.points.size());
-  for (const Position& p : mesh.points) places.push_back({p.x + normalised.origin.x, p.y + normalised.origin.y});
-  return FinishedMesh{std::move(mesh), reordered(normalised.points, order), std::move(places)};
+  detail::SweepWatch watch(mesh, detail::MillimetrePlane(reordered(normalised.millimetres, order)));
+  if (!detail::sweep(mesh, fanEnd, &watch)) return std::nullopt;
+  return mesh;
 }
 
-// The exact triangulation. None when the positions are collinear, or too large for it.
+// Whether the sweep over the first few directions alone, with which the whole sweep begins, already goes wrong. On
+// large surveys it practically always does, and the other directions need not be sorted.
+bool beginsWrong(const detail::NormalisedPoints& normalised) {
+  constexpr std::size_t kWorthAsking = 150000;
+  if (normalised.points.size() < kWorthAsking || normalised.millimetres.empty()) return false;
+  const std::vector<Number> order = detail::beginOfSweepOrder(normalised.positions);
+  detail::Mesh mesh;
+  mesh.points = reordered(normalised.positions, order);
+  const Number fanEnd = detail::startFan(mesh);
+  if (fanEnd == 0) return false;
+  Surface::FLAG = static_cast<int>(fanEnd);
+  detail::SweepWatch watch(mesh, detail::MillimetrePlane(reordered(normalised.millimetres, order)));
+  return !detail::beginSweep(mesh, fanEnd, watch);
+}
+
+// The sweep's triangulation with its edges flipped; nothing when the points have no sweep order or the sweep is not
+// valid.
+std::optional<FinishedMesh> buildBySweep(const detail::NormalisedPoints& normalised) {
+  if (beginsWrong(normalised)) return std::nullopt;
+  std::vector<Number> order = detail::sweepOrder(normalised.positions);
+  if (order.empty()) return std::nullopt;
+  std::optional<detail::Mesh> mesh = sweepInOrder(normalised, order);
+  if (!mesh) return std::nullopt;
+  detail::flipToDelaunay(*mesh);
+
+  std::vector<Position> places;
+  places.reserve(mesh->points.size());
+  for (const Position& p : mesh->points) places.push_back({p.x + normalised.origin.x, p.y + normalised.origin.y});
+  return FinishedMesh{std::move(*mesh), std::move(order), std::move(places)};
+}
+
+// The exact triangulation; nothing when the positions are collinear, or too large for it.
 std::optional<FinishedMesh> buildExactly(const detail::NormalisedPoints& normalised) {
   if (normalised.millimetres.empty()) return std::nullopt;
   detail::ExactTriangulation exact = detail::triangulateExactly(normalised.millimetres);
@@ -73,20 +96,37 @@ std::optional<FinishedMesh> buildExactly(const detail::NormalisedPoints& normali
   std::vector<Position> places;
   places.reserve(exact.inputIndex.size());
   for (const Number i : exact.inputIndex) places.push_back(detail::inUnits(normalised.millimetres[i]));
-  return FinishedMesh{std::move(exact.mesh), reordered(normalised.points, exact.inputIndex), std::move(places)};
+  return FinishedMesh{std::move(exact.mesh), std::move(exact.inputIndex), std::move(places)};
 }
 
-// Takes every point that an edge uses back to where it was surveyed.
-void moveBack(const FinishedMesh& finished) {
-  std::vector<bool> isVertex(finished.points.size(), false);
+std::vector<bool> verticesOf(const FinishedMesh& finished) {
+  std::vector<bool> isVertex(finished.order.size(), false);
   for (Number edge = 1; edge <= finished.mesh.edgeCount(); ++edge) {
     isVertex[finished.mesh.edges[edge].start] = true;
     isVertex[finished.mesh.edges[edge].end] = true;
   }
-  for (std::size_t i = 0; i < isVertex.size(); ++i) {
-    if (!isVertex[i]) continue;
-    finished.points[i]->setX(finished.places[i].x);
-    finished.points[i]->setY(finished.places[i].y);
+  return isVertex;
+}
+
+void place(TPoint& point, const Position& position) {
+  point.setX(position.x);
+  point.setY(position.y);
+}
+
+// Rounds the points in place. What is no vertex stays relative to the origin if it was accepted.
+void placePoints(const detail::NormalisedPoints& normalised, const std::optional<FinishedMesh>& finished) {
+  for (const detail::PlacedPoint& repeat : normalised.repeats) place(*repeat.point, repeat.place);
+  std::vector<bool> isPlaced(normalised.points.size(), false);
+  if (finished) {
+    const std::vector<bool> isVertex = verticesOf(*finished);
+    for (std::size_t i = 0; i < isVertex.size(); ++i) {
+      if (!isVertex[i]) continue;
+      place(*normalised.points[finished->order[i]], finished->places[i]);
+      isPlaced[finished->order[i]] = true;
+    }
+  }
+  for (std::size_t i = 0; i < isPlaced.size(); ++i) {
+    if (!isPlaced[i]) place(*normalised.points[i], normalised.positions[i]);
   }
 }
 
@@ -99,9 +139,10 @@ CEType* Surface::optimizeTIN(std::vector<TPoint*>& points) {
   MAXPOINTS = count;
   std::optional<FinishedMesh> finished = buildBySweep(normalised);
   if (!finished) finished = buildExactly(normalised);
+  placePoints(normalised, finished);
   if (!finished) return detail::emptyTIN();
-  moveBack(*finished);
-  return detail::publishNew(finished->mesh, finished->points, detail::capacitiesFor(count));
+  return detail::publishNew(finished->mesh, reordered(normalised.points, finished->order),
+                            detail::capacitiesFor(count));
 }
 
 bool Surface::isConvex(const TPoint* a, const TPoint* b, const TPoint* c, const TPoint* d) {

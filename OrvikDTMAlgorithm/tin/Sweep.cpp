@@ -213,12 +213,19 @@ Number startFan(Mesh& mesh) {
 }
 
 bool sweep(Mesh& mesh, Number fanEnd, SweepWatch* watch) {
+  if (watch != nullptr) return beginSweep(mesh, fanEnd, *watch) && watch->allowsEnd();
+  Sweeper sweeper(mesh);
+  for (auto point = fanEnd; point < mesh.points.size(); ++point) sweeper.add(point);
+  return true;
+}
+
+bool beginSweep(Mesh& mesh, Number fanEnd, SweepWatch& watch) {
   Sweeper sweeper(mesh);
   for (auto point = fanEnd; point < mesh.points.size(); ++point) {
     sweeper.add(point);
-    if (watch != nullptr && !watch->allowsNext()) return false;
+    if (!watch.allowsNext()) return false;
   }
-  return watch == nullptr || watch->allowsEnd();
+  return true;
 }
 
 }  // namespace detail

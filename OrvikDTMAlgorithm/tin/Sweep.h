@@ -17,6 +17,9 @@ class SweepWatch;
 // fewer than three points or when all lie in one direction. Points with a NaN coordinate come last.
 std::vector<Number> sweepOrder(const std::vector<Position>& points);
 
+// The points with which sweepOrder() begins: all in the first directions, about one in sixty-four. In the same order.
+std::vector<Number> beginOfSweepOrder(const std::vector<Position>& points);
+
 // Builds the fan of triangles over the leading collinear run of mesh.points, which are in sweep order; mesh is
 // otherwise empty. Returns the number (from 1) of the first point off the line of points 1 and 2, or 0, leaving the
 // mesh empty, when there is none.
@@ -25,6 +28,9 @@ Number startFan(Mesh& mesh);
 // Adds the points after number `fanEnd` to a mesh that startFan() began. With a watch, returns false, with the mesh
 // unfinished, as soon as the watch says that it has gone wrong; true otherwise.
 bool sweep(Mesh& mesh, Number fanEnd, SweepWatch* watch);
+
+// The same for a mesh that holds only the first points of a sweep, which is not yet expected to be whole at the end.
+bool beginSweep(Mesh& mesh, Number fanEnd, SweepWatch& watch);
 
 }  // namespace detail
 }  // namespace OrvikDTM

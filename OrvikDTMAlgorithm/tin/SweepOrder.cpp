@@ -60,6 +60,32 @@ std::vector<Ray> raysFromLowest(const std::vector<Position>& points, const std::
   return rays;
 }
 
+// The lowest, then leftmost of points that come by y; rounding may have mixed those at the lowest y.
+Number lowestOf(const std::vector<Position>& points) {
+  Number lowest = 0;
+  for (Number i = 1; i < points.size() && points[i].y == points[0].y; ++i) {
+    if (points[i].x < points[lowest].x) lowest = i;
+  }
+  return lowest;
+}
+
+// The slope, as seen from `origin`, below which about one point in kShare lies; from a sample.
+double slopeOfFirst(const std::vector<Position>& points, const Position& origin) {
+  constexpr std::size_t kSamples = 4096;
+  constexpr std::size_t kShare = 64;
+  std::vector<double> slopes;
+  const std::size_t stride = std::max<std::size_t>(points.size() / kSamples, 1);
+  for (std::size_t i = stride / 2; i < points.size(); i += stride) {
+    const double dx = points[i].x - origin.x;
+    if (dx > 0) slopes.push_back((points[i].y - origin.y) / dx);
+  }
+  if (slopes.size() <= kShare) return 0.0;
+  const auto share = slopes.begin() + static_cast<std::ptrdiff_t>(kSamples / kShare);
+  if (share >= slopes.end()) return 0.0;
+  std::nth_element(slopes.begin(), share, slopes.end());
+  return *share;
+}
+
 }  // namespace
 
 std::vector<Number> sweepOrder(const std::vector<Position>& points) {
@@ -67,9 +93,8 @@ std::vector<Number> sweepOrder(const std::vector<Position>& points) {
   const std::vector<Number> order = fromLowest(points);
   std::vector<Ray> rays = raysFromLowest(points, order);
   std::sort(rays.begin(), rays.end(), rayBefore);
-
   const auto firstGroupEnd =
-      std::find_if(rays.begin() + 1, rays.end(), [&rays](const Ray& ray) { return ray.angle != rays.front().angle; });
+      std::find_if(rays.begin(), rays.end(), [&rays](const Ray& ray) { return ray.angle != rays.front().angle; });
   if (firstGroupEnd == rays.end()) return {};
   std::reverse(rays.begin(), firstGroupEnd);
 
@@ -78,6 +103,29 @@ std::vector<Number> sweepOrder(const std::vector<Position>& points) {
   result.push_back(order[0]);
   for (const Ray& ray : rays) result.push_back(ray.point);
   return result;
+}
+
+std::vector<Number> beginOfSweepOrder(const std::vector<Position>& points) {
+  const Number lowest = lowestOf(points);
+  const Position origin = points[lowest];
+  const double slope = slopeOfFirst(points, origin);
+  // Computed slopes and rounded angles err by far less than this margin, so whatever has a smaller angle than a point
+  // that is taken is taken too.
+  constexpr double kMargin = 1e-9;
+  const double largestAngle = std::atan(slope) - kMargin;
+  const auto isFirst = [&](const Position& p) {
+    return p.y - origin.y <= slope * (p.x - origin.x) && angleByX(origin.x, origin.y, p.x, p.y) < largestAngle;
+  };
+  std::vector<Number> taken;
+  std::vector<Position> positions;
+  for (Number i = 0; i < points.size(); ++i) {
+    if (i != lowest && !isFirst(points[i])) continue;
+    taken.push_back(i);
+    positions.push_back(points[i]);
+  }
+  std::vector<Number> order = sweepOrder(positions);
+  for (Number& i : order) i = taken[i];
+  return order;
 }
 
 }  // namespace detail

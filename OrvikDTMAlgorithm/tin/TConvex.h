@@ -12,6 +12,9 @@ class ORVIKDTM_API TConvex {
   int getEdgeNo() const { return edgeNumber_; }
   void setEdgeNo(int edgeNumber) { edgeNumber_ = edgeNumber; }
 
+  // Elements of a published list may lie in a block of many; deleting one is right wherever it came from.
+  static void operator delete(void* entry) noexcept;
+
  private:
   int edgeNumber_;
 };

@@ -66,6 +66,9 @@ class ORVIKDTM_API TEdge {
   // 1 when other joins the same plan positions in the same direction, -1 in the opposite one, 0 otherwise. Exact.
   int isSameLine(const TEdge* other) const;
 
+  // Elements of a published list may lie in a block of many; deleting one is right wherever it came from.
+  static void operator delete(void* edge) noexcept;
+
   // Does nothing: a hook kept for hosts that call it.
   void show(TEdge* edge);
 

@@ -12,7 +12,9 @@ class ORVIKDTM_API TList : public SLType {
   using SLType::SLType;
 
   // Element `num` of `list`, or null when there is no such element.
-  Triangle* findByNum(SLType* list, int num) const { return static_cast<Triangle*>(SLType::findByNum(list, num)); }
+  Triangle* findByNum(const SLType* list, int num) const {
+    return static_cast<Triangle*>(SLType::findByNum(list, num));
+  }
 
   // Builds a text dump of `list` and discards it: a hook for a debug log.
   void getAllNode(TList* list);

@@ -20,6 +20,9 @@ class ORVIKDTM_API Triangle {
     Eno_[2] = three[2];
   }
 
+  // Elements of a published list may lie in a block of many; deleting one is right wherever it came from.
+  static void operator delete(void* triangle) noexcept;
+
  private:
   int Eno_[3];
 };

@@ -1,0 +1,96 @@
+#include <functional>
+#include <iterator>
+#include <map>
+#include <mutex>
+#include <new>
+
+#include <OrvikDTMAlgorithm/tin/ElementBlocks.h>
+#include <OrvikDTMAlgorithm/tin/TConvex.h>
+#include <OrvikDTMAlgorithm/tin/TEdge.h>
+#include <OrvikDTMAlgorithm/tin/Triangle.h>
+
+inline namespace OrvikDTM {
+namespace detail {
+
+namespace {
+
+// The blocks in use, by address. Lists of independent TINs may go on different threads, hence the lock.
+class Blocks {
+ public:
+  // Never destroyed: a host's static objects may release elements after everything of ours has gone.
+  static Blocks& all() {
+    static Blocks* blocks = new Blocks;
+    return *blocks;
+  }
+
+  void* allocate(std::size_t count, std::size_t size) {
+    auto* begin = static_cast<std::byte*>(::operator new(count* size));
+    try {
+      const std::lock_guard<std::mutex> lock(mutex_);
+      blocks_.emplace(begin, Block{begin + count * size, count});
+    } catch (...) {
+      ::operator delete(begin);
+      throw;
+    }
+    return begin;
+  }
+
+  void release(void* const* elements, std::size_t count) noexcept {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    for (std::size_t i = 0; i < count;) {
+      const auto block = blockOf(elements[i]);
+      if (block == blocks_.end()) {
+        ::operator delete(elements[i++]);
+        continue;
+      }
+      const std::less<const void*> before;
+      std::size_t run = i;
+      while (run < count && !before(elements[run], block->first) && before(elements[run], block->second.end)) ++run;
+      drop(block, run - i);
+      i = run;
+    }
+  }
+
+ private:
+  struct Block {
+    std::byte* end;
+    std::size_t inUse;
+  };
+  using BlockMap = std::map<std::byte*, Block, std::less<>>;
+
+  BlockMap::iterator blockOf(void* element) {
+    auto* address = static_cast<std::byte*>(element);
+    const auto behind = blocks_.upper_bound(address);
+    if (behind == blocks_.begin()) return blocks_.end();
+    const auto block = std::prev(behind);
+    return std::less<>()(address, block->second.end) ? block : blocks_.end();
+  }
+
+  void drop(BlockMap::iterator block, std::size_t elements) {
+    block->second.inUse -= elements;
+    if (block->second.inUse != 0) return;
+    ::operator delete(block->first);
+    blocks_.erase(block);
+  }
+
+  std::mutex mutex_;
+  BlockMap blocks_;
+};
+
+}  // namespace
+
+void* allocateElements(std::size_t count, std::size_t size) { return Blocks::all().allocate(count, size); }
+
+void releaseElement(void* element) noexcept { Blocks::all().release(&element, 1); }
+
+void releaseElements(const std::vector<void*>& elements) noexcept {
+  Blocks::all().release(elements.data(), elements.size());
+}
+
+}  // namespace detail
+
+void TEdge::operator delete(void* edge) noexcept { detail::releaseElement(edge); }
+void Triangle::operator delete(void* triangle) noexcept { detail::releaseElement(triangle); }
+void TConvex::operator delete(void* entry) noexcept { detail::releaseElement(entry); }
+
+}  // namespace OrvikDTM
