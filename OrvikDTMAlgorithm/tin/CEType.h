@@ -34,7 +34,7 @@ class ORVIKDTM_API CEType {
  public:
   // A TIN that owns the three lists; any of them may be null.
   CEType(ConvexList* hull, EList* edges, TList* triangles);
-  CEType(const CEType& source) = default;
+  CEType(const CEType& source);
   CEType& operator=(const CEType& source);
   ~CEType();
 
@@ -152,6 +152,9 @@ class ORVIKDTM_API CEType {
   WalkEnd walk(int start, const TPoint& p) const;
   double getHeightByNumXY(int tri, double x, double y) const;
   int countInfinite(double x, double y, double z) const;
+
+  template <typename Area>
+  double sumOverTriangles(Area areaOf) const;
 
   void makeTriangle3List();
 

@@ -52,7 +52,8 @@ class ORVIKDTM_API Surface {
   static CEType* initCET(PList* points);
 
   // Adds the remaining points one by one to what initCET() made of the same list. Returns a new TIN over the same three
-  // lists (so only one of the two may be destroyed with its lists in place), null when cet is null.
+  // lists (so only one of the two may be destroyed with its lists in place), null when one of the two is null. Lists
+  // that hold more than the fan are left as they are.
   static CEType* buildTIN(PList* points, CEType* cet);
 
   // True when the segments a-d and b-c properly cross, each end farther than the side test's tolerance off the other's

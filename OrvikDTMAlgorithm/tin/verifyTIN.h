@@ -14,13 +14,13 @@ class TPoint;
 
 enum class TINFault {
   None,
-  MissingEdge,          // a triangle names an edge that does not exist, or an edge lacks a point
-  WrongSlot,            // an edge does not name, on either side, a triangle that lists it; or names one that does not
-  OpenTriangle,         // a triangle's edges, walked with the triangle on their left, do not close
-  NotCounterClockwise,  // a closed triangle is clockwise or flat, and no two of its corners share a position
-  WrongHull,            // the hull list is not the edges without a triangle on their right, in order around the TIN
-  MissingPoint,         // a position that should be a vertex is none
-  AreaGap,              // the triangles' areas do not add up to that of the convex hull, within 0.001 square units
+  MissingEdge,   // a triangle names an edge that does not exist or lacks a point
+  WrongSlot,     // an edge names a triangle that does not list it, or a triangle lists an edge that does not name it
+  OpenTriangle,  // a triangle's edges, walked with the triangle on their left, do not close
+  NotCounterClockwise,  // a closed triangle is clockwise, or flat although no two of its corners share a position
+  WrongHull,     // the hull list does not hold, once each and in any order, the edges with no triangle on their right
+  MissingPoint,  // a position that should be a vertex is none
+  AreaGap,       // the triangles' areas do not add up to that of the convex hull, within 0.001 square units
 };
 
 struct TINCheck {

@@ -1,0 +1,146 @@
+// The services of the operating system on POSIX systems. The code page is the code set of the process locale.
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <ctime>
+#include <iconv.h>
+#include <langinfo.h>
+#include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "OrvikDTMAlgorithm/platform/Platform.h"
+
+inline namespace OrvikDTM {
+namespace detail {
+namespace {
+
+constexpr const char* kUtf8 = "UTF-8";
+
+// One iconv conversion, closed when it goes.
+class Converter {
+ public:
+  Converter(const char* from, const char* to) : handle_(iconv_open(to, from)) {}
+  ~Converter() {
+    if (isOpen()) iconv_close(handle_);
+  }
+  Converter(const Converter&) = delete;
+  Converter& operator=(const Converter&) = delete;
+
+  bool isOpen() const { return handle_ != kFailed; }
+
+  // Converts from *in on and appends to `out`; with a null `in` appends what ends the text. False on text that does not
+  // belong to the code set.
+  bool append(char** in, std::size_t* inLeft, std::string& out) {
+    for (;;) {
+      std::array<char, 512> buffer;
+      char* next = buffer.data();
+      std::size_t room = buffer.size();
+      const bool complete = iconv(handle_, in, inLeft, &next, &room) != static_cast<std::size_t>(-1);
+      const bool full = !complete && errno == E2BIG;
+      out.append(buffer.data(), next);
+      if (!full) return complete;
+    }
+  }
+
+ private:
+  inline static const iconv_t kFailed = reinterpret_cast<iconv_t>(-1);  // what iconv_open documents
+  iconv_t handle_;
+};
+
+struct CloseFile {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+File openFile(const char* path, const char* mode) {
+  return File(path == nullptr ? nullptr : std::fopen(existingPath(path).c_str(), mode));
+}
+
+std::size_t sizeOf(std::FILE* file) {
+  struct stat status {};
+  return fstat(fileno(file), &status) == 0 && status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
+}
+
+std::string codePage() { return nl_langinfo(CODESET); }
+
+}  // namespace
+
+std::string convertText(const std::string& text, const char* from, const char* to) {
+  Converter converter(from, to);
+  if (!converter.isOpen()) return "";
+  std::string source = text;  // iconv wants to be able to write to its input
+  std::string converted;
+  char* in = source.data();
+  std::size_t left = source.size();
+  const bool complete = converter.append(&in, &left, converted) && converter.append(nullptr, nullptr, converted);
+  return complete ? converted : "";
+}
+
+bool isUtf8Already(const std::string& codeset) {
+  constexpr std::array<const char*, 7> kNames = {"UTF-8", "utf8", "ANSI_X3.4-1968", "US-ASCII", "ASCII", "646", ""};
+  return std::find(kNames.begin(), kNames.end(), codeset) != kNames.end();
+}
+
+std::string codePageToUtf8(const std::string& text) {
+  const std::string codeset = codePage();
+  return isUtf8Already(codeset) ? text : convertText(text, codeset.c_str(), kUtf8);
+}
+
+std::string utf8ToCodePage(const std::string& text) {
+  const std::string codeset = codePage();
+  return isUtf8Already(codeset) ? text : convertText(text, kUtf8, codeset.c_str());
+}
+
+LocalTime localTime() {
+  const auto now = std::chrono::system_clock::now();
+  const auto wholeSeconds = std::chrono::floor<std::chrono::seconds>(now);
+  const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(now - wholeSeconds);
+  const std::time_t seconds = std::chrono::system_clock::to_time_t(wholeSeconds);
+  std::tm t{};
+  localtime_r(&seconds, &t);
+  constexpr int kFirstYear = 1900;
+  return {t.tm_year + kFirstYear,
+          t.tm_mon + 1,
+          t.tm_mday,
+          t.tm_hour,
+          t.tm_min,
+          t.tm_sec,
+          static_cast<int>(milliseconds.count()),
+          t.tm_wday};
+}
+
+std::string existingPath(const char* path) {
+  std::string result = path;
+  if (access(path, F_OK) != 0) std::replace(result.begin(), result.end(), '\\', '/');
+  return result;
+}
+
+bool readWholeFile(const char* path, std::string& contents) {
+  const File file = openFile(path, "rb");
+  if (!file) return false;
+  // One byte more than the size tells the end of an ordinary file in one read; pipes and the like have no size and are
+  // read in growing steps.
+  constexpr std::size_t kSmallestStep = 65536;
+  std::size_t length = 0;
+  contents.resize(sizeOf(file.get()) + 1);
+  for (;;) {
+    length += std::fread(contents.data() + length, 1, contents.size() - length, file.get());
+    if (length < contents.size()) break;
+    contents.resize(contents.size() + std::max(contents.size(), kSmallestStep));
+  }
+  contents.resize(length);
+  return std::ferror(file.get()) == 0;
+}
+
+bool writeTextFile(const char* path, const std::string& text) {
+  const File file = openFile(path, "w");
+  if (!file) return false;
+  std::fwrite(text.data(), 1, text.size(), file.get());
+  return true;
+}
+
+}  // namespace detail
+}  // namespace OrvikDTM

@@ -1,0 +1,190 @@
+// The checks behind verifyTIN(), on a flat mesh and on whichever arithmetic is exact for its coordinates. Private.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+#include <OrvikDTMAlgorithm/tin/Mesh.h>
+#include <OrvikDTMAlgorithm/tin/Orientation.h>
+#include <OrvikDTMAlgorithm/tin/verifyTIN.h>
+
+inline namespace OrvikDTM {
+namespace detail {
+
+__extension__ using Int128 = __int128;
+
+// By how much, in squared coordinate units, the triangles may miss the hull's area: what the sweep's tolerance leaves
+// out along a nearly straight hull without anybody noticing.
+inline constexpr double kAreaGapTolerance = 0.001;
+
+struct MillimetrePosition {
+  std::int64_t x;
+  std::int64_t y;
+  bool operator==(const MillimetrePosition& other) const = default;
+};
+
+// Positions in whole millimetres; differences must fit 63 bits.
+class MillimetrePlane {
+ public:
+  using Area = Int128;
+
+  explicit MillimetrePlane(std::vector<MillimetrePosition> positions) : positions_(std::move(positions)) {}
+
+  Number size() const { return static_cast<Number>(positions_.size()); }
+  bool isFinite(Number /*i*/) const { return true; }
+  bool same(Number i, Number j) const { return positions_[i] == positions_[j]; }
+
+  bool lower(Number i, Number j) const {
+    const MillimetrePosition& a = positions_[i];
+    const MillimetrePosition& b = positions_[j];
+    return a.y != b.y ? a.y < b.y : a.x < b.x;
+  }
+
+  Area doubledArea(Number i, Number j, Number k) const {
+    const MillimetrePosition& a = positions_[i];
+    const MillimetrePosition& b = positions_[j];
+    const MillimetrePosition& c = positions_[k];
+    return Int128{b.x - a.x} * (c.y - a.y) - Int128{b.y - a.y} * (c.x - a.x);
+  }
+
+  int turn(Number i, Number j, Number k) const {
+    const Area area = doubledArea(i, j, k);
+    return area > 0 ? 1 : area < 0 ? -1 : 0;
+  }
+
+  // In squared coordinate units.
+  static double toArea(Area doubled) {
+    constexpr double kDoubledSquareMillimetres = 2e6;
+    return static_cast<double>(doubled) / kDoubledSquareMillimetres;
+  }
+
+ private:
+  std::vector<MillimetrePosition> positions_;
+};
+
+// A sum of doubles that keeps what each addition rounds off.
+class CarefulSum {
+ public:
+  CarefulSum& operator+=(double v) {
+    const double sum = sum_ + v;
+    rest_ += std::fabs(sum_) >= std::fabs(v) ? (sum_ - sum) + v : (v - sum) + sum_;
+    sum_ = sum;
+    return *this;
+  }
+  double operator-(const CarefulSum& other) const { return (sum_ - other.sum_) + (rest_ - other.rest_); }
+
+ private:
+  double sum_ = 0.0;
+  double rest_ = 0.0;
+};
+
+// Positions as doubles, compared by exact signs.
+class DoublePlane {
+ public:
+  using Area = CarefulSum;
+
+  explicit DoublePlane(std::vector<Position> positions) : positions_(std::move(positions)) {}
+
+  Number size() const { return static_cast<Number>(positions_.size()); }
+  bool isFinite(Number i) const { return std::isfinite(positions_[i].x) && std::isfinite(positions_[i].y); }
+  bool same(Number i, Number j) const { return samePosition(positions_[i], positions_[j]); }
+
+  bool lower(Number i, Number j) const {
+    const Position& a = positions_[i];
+    const Position& b = positions_[j];
+    return a.y != b.y ? a.y < b.y : a.x < b.x;
+  }
+
+  double doubledArea(Number i, Number j, Number k) const {
+    const Position& a = positions_[i];
+    const Position& b = positions_[j];
+    const Position& c = positions_[k];
+    return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+  }
+
+  int turn(Number i, Number j, Number k) const { return orientation(positions_[i], positions_[j], positions_[k]); }
+
+  static double toArea(double doubled) { return doubled / 2; }
+
+ private:
+  std::vector<Position> positions_;
+};
+
+// The corners of a triangle, walked with the triangle on the left of its edges; false when they do not close.
+template <typename Plane>
+bool cornersInOrder(const Mesh& mesh, const Plane& plane, Number triangle, std::array<Number, 3>& corner) {
+  std::array<Number, 3> from{};
+  std::array<Number, 3> to{};
+  for (std::size_t i = 0; i < 3; ++i) {
+    const MeshEdge& edge = mesh.edges[mesh.triangles[triangle].edge[i]];
+    const bool onLeft = edge.left == triangle;
+    from[i] = onLeft ? edge.start : edge.end;
+    to[i] = onLeft ? edge.end : edge.start;
+  }
+  const std::size_t second = plane.same(from[1], to[0]) ? 1 : 2;
+  const std::size_t third = 3 - second;
+  corner = {from[0], from[second], from[third]};
+  return plane.same(to[0], from[second]) && plane.same(to[second], from[third]) && plane.same(to[third], from[0]);
+}
+
+// Twice the area of the convex hull of the plane's finite positions.
+template <typename Plane>
+typename Plane::Area doubledHullArea(const Plane& plane) {
+  std::vector<Number> order;
+  order.reserve(plane.size());
+  for (Number i = 0; i < plane.size(); ++i) {
+    if (plane.isFinite(i)) order.push_back(i);
+  }
+  typename Plane::Area sum{};
+  if (order.size() < 3) return sum;
+  std::sort(order.begin(), order.end(), [&plane](Number i, Number j) { return plane.lower(i, j); });
+  std::vector<Number> hull;
+  const auto chain = [&](auto first, auto last) {
+    const std::size_t base = hull.size() + 1;
+    for (; first != last; ++first) {
+      while (hull.size() > base && plane.turn(hull[hull.size() - 2], hull.back(), *first) <= 0) hull.pop_back();
+      hull.push_back(*first);
+    }
+    hull.pop_back();
+  };
+  chain(order.begin(), order.end());
+  chain(order.rbegin(), order.rend());
+  for (std::size_t i = 2; i < hull.size(); ++i) sum += plane.doubledArea(hull[0], hull[i - 1], hull[i]);
+  return sum;
+}
+
+// The geometric part of the check, for a mesh whose edges and slots are consistent: triangles closed and
+// counter-clockwise, areas adding up to that of the hull of all positions of the plane.
+template <typename Plane>
+TINCheck checkGeometry(const Mesh& mesh, const Plane& plane) {
+  TINCheck check;
+  Number turned = 0;
+  typename Plane::Area sum{};
+  for (Number triangle = 1; triangle <= mesh.triangleCount(); ++triangle) {
+    std::array<Number, 3> corner{};
+    if (!cornersInOrder(mesh, plane, triangle, corner)) {
+      check.fault = TINFault::OpenTriangle;
+      check.number = static_cast<int>(triangle);
+      return check;
+    }
+    const auto [a, b, c] = corner;
+    const int turn = plane.turn(a, b, c);
+    const bool harmless = turn > 0 || (turn == 0 && (plane.same(a, b) || plane.same(b, c) || plane.same(c, a)));
+    if (!harmless && turned == 0) turned = triangle;
+    sum += plane.doubledArea(a, b, c);
+  }
+  if (turned != 0) {
+    check.fault = TINFault::NotCounterClockwise;
+    check.number = static_cast<int>(turned);
+    return check;
+  }
+  check.areaGap = Plane::toArea(doubledHullArea(plane) - sum);
+  if (!(std::fabs(check.areaGap) <= kAreaGapTolerance)) check.fault = TINFault::AreaGap;
+  return check;
+}
+
+}  // namespace detail
+}  // namespace OrvikDTM

@@ -1,0 +1,58 @@
+#include <algorithm>
+#include <cmath>
+
+#include <OrvikDTMAlgorithm/tin/Orientation.h>
+#include <OrvikDTMAlgorithm/tin/PointInPolygon.h>
+#include <OrvikDTMAlgorithm/tin/Surface.h>
+
+inline namespace OrvikDTM {
+
+namespace {
+
+using detail::Position;
+
+// How far above or below a side, in y, a point still counts as lying on it, in coordinate units.
+constexpr double kOnSide = 2e-10;
+
+// Whether p lies strictly between the ends of a sloping side in x, and within kOnSide of it in y.
+bool isNearSide(const Position& p, const Position& a, const Position& b) {
+  if (!(std::min(a.x, b.x) < p.x && p.x < std::max(a.x, b.x)) || a.y == b.y || std::max(a.y, b.y) < p.y) return false;
+  return std::fabs(p.y - ((b.y - a.y) * (p.x - a.x) / (b.x - a.x) + a.y)) < kOnSide;
+}
+
+}  // namespace
+
+namespace detail {
+
+bool EvenOddTest::side(const Position& a, const Position& b) {
+  const Position& p = point_;
+  const bool withinX = std::min(a.x, b.x) <= p.x && p.x <= std::max(a.x, b.x);
+  if (!withinX || p.y > std::max(a.y, b.y)) return false;
+  const bool crossesX = (a.x > p.x) != (b.x > p.x);
+  if (p.y < std::min(a.y, b.y)) {
+    inside_ ^= crossesX;
+    return false;
+  }
+  const int turn = orientation(a, b, p);
+  if (turn == 0) return true;
+  const bool below = (a.x < b.x) ? turn < 0 : turn > 0;
+  inside_ ^= crossesX && below;
+  return false;
+}
+
+}  // namespace detail
+
+bool Surface::isPtInPolygon(const TPoint* p, const std::vector<TPoint*>& polygon) {
+  if (p == nullptr || polygon.empty()) return false;
+  const Position point = detail::positionOf(*p);
+  detail::EvenOddTest test(point);
+  Position previous = detail::positionOf(*polygon.back());
+  for (const TPoint* vertex : polygon) {
+    const Position next = detail::positionOf(*vertex);
+    if (isNearSide(point, previous, next) || test.side(previous, next)) return true;
+    previous = next;
+  }
+  return test.inside();
+}
+
+}  // namespace OrvikDTM

@@ -1,0 +1,77 @@
+// The construction's first stages one by one, on published lists.
+#include <algorithm>
+#include <memory>
+
+#include <OrvikDTMAlgorithm/tin/CEType.h>
+#include <OrvikDTMAlgorithm/tin/ConvexList.h>
+#include <OrvikDTMAlgorithm/tin/EList.h>
+#include <OrvikDTMAlgorithm/tin/PList.h>
+#include <OrvikDTMAlgorithm/tin/Publish.h>
+#include <OrvikDTMAlgorithm/tin/Surface.h>
+#include <OrvikDTMAlgorithm/tin/Sweep.h>
+#include <OrvikDTMAlgorithm/tin/TConvex.h>
+#include <OrvikDTMAlgorithm/tin/TEdge.h>
+#include <OrvikDTMAlgorithm/tin/TList.h>
+#include <OrvikDTMAlgorithm/tin/Triangle.h>
+
+inline namespace OrvikDTM {
+
+namespace {
+
+using detail::Mesh;
+using detail::Number;
+
+std::vector<detail::Position> positionsOf(const std::vector<TPoint*>& points) {
+  std::vector<detail::Position> positions;
+  positions.reserve(points.size());
+  for (const TPoint* p : points) positions.push_back(detail::positionOf(*p));
+  return positions;
+}
+
+// Whether the lists hold the fan and nothing else yet.
+bool holdsFan(const CEType& tin, const Mesh& fan) {
+  return tin.getEList()->getListLen() == static_cast<int>(fan.edgeCount()) &&
+         tin.getTList()->getListLen() == static_cast<int>(fan.triangleCount());
+}
+
+}  // namespace
+
+PList* Surface::initPoins(std::vector<TPoint*>& points) {
+  std::vector<TPoint*> given;
+  given.swap(points);
+  MAXPOINTS = static_cast<int>(given.size());
+  given.erase(std::remove(given.begin(), given.end(), nullptr), given.end());
+  const std::vector<Number> order = detail::sweepOrder(positionsOf(given));
+  if (order.empty()) return nullptr;
+  auto list = std::make_unique<PList>();
+  list->setMaxlen(MAXPOINTS);
+  for (const Number i : order) list->add(list.get(), given[i]);
+  return list.release();
+}
+
+CEType* Surface::initCET(PList* points) {
+  if (points == nullptr) return nullptr;
+  const std::vector<TPoint*> published = detail::pointsOf(*points);
+  Mesh mesh;
+  mesh.points = positionsOf(published);
+  const Number fanEnd = detail::startFan(mesh);
+  if (fanEnd == 0) return nullptr;
+  FLAG = static_cast<int>(fanEnd);
+  return detail::publishNew(mesh, published, detail::capacitiesFor(MAXPOINTS));
+}
+
+CEType* Surface::buildTIN(PList* points, CEType* cet) {
+  if (points == nullptr || cet == nullptr) return nullptr;
+  if (cet->getCList() == nullptr || cet->getEList() == nullptr || cet->getTList() == nullptr) return nullptr;
+  const std::vector<TPoint*> published = detail::pointsOf(*points);
+  Mesh mesh;
+  mesh.points = positionsOf(published);
+  const Number fanEnd = detail::startFan(mesh);
+  if (fanEnd != 0 && holdsFan(*cet, mesh)) {
+    detail::sweep(mesh, fanEnd);
+    detail::publish(mesh, published, *cet->getCList(), *cet->getEList(), *cet->getTList());
+  }
+  return new CEType(cet->getCList(), cet->getEList(), cet->getTList());
+}
+
+}  // namespace OrvikDTM

@@ -1,0 +1,239 @@
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include <OrvikDTMAlgorithm/tin/CEType.h>
+#include <OrvikDTMAlgorithm/tin/ConvexList.h>
+#include <OrvikDTMAlgorithm/tin/EList.h>
+#include <OrvikDTMAlgorithm/tin/MeshCheck.h>
+#include <OrvikDTMAlgorithm/tin/PositionSet.h>
+#include <OrvikDTMAlgorithm/tin/TConvex.h>
+#include <OrvikDTMAlgorithm/tin/TEdge.h>
+#include <OrvikDTMAlgorithm/tin/TList.h>
+#include <OrvikDTMAlgorithm/tin/Triangle.h>
+#include <OrvikDTMAlgorithm/tin/verifyTIN.h>
+
+inline namespace OrvikDTM {
+
+namespace {
+
+using detail::Mesh;
+using detail::MeshEdge;
+using detail::MillimetrePosition;
+using detail::Number;
+using detail::Position;
+using detail::PositionSet;
+
+// What names nothing: an edge without points stands in for it, so that numbers stay what they are.
+constexpr Number kNoPoint = PositionSet::kNone;
+
+Number numberWithin(int number, int count) { return number >= 1 && number <= count ? static_cast<Number>(number) : 0; }
+
+// A published TIN in flat form, its points told apart by position. A list position that holds nothing stays, as an edge
+// without points or a triangle without edges.
+class FlatTIN {
+ public:
+  explicit FlatTIN(const CEType& tin) : positions_(0) {
+    readEdges(tin.getEList(), tin.getTList());
+    readTriangles(tin.getTList());
+    readHull(tin.getCList());
+  }
+
+  const Mesh& mesh() const { return mesh_; }
+  const PositionSet& positions() const { return positions_; }
+  bool isWhole(Number edge) const { return edge != 0 && mesh_.edges[edge].start != kNoPoint; }
+
+ private:
+  void readEdges(EList* edges, TList* triangles) {
+    const int count = edges == nullptr ? 0 : edges->getListLen();
+    const int triangleCount = triangles == nullptr ? 0 : triangles->getListLen();
+    for (int number = 1; number <= count; ++number) {
+      const TEdge* e = edges->findByNum(edges, number);
+      if (e == nullptr || e->getStartPoint() == nullptr || e->getEndPoint() == nullptr) {
+        mesh_.addEdge(kNoPoint, kNoPoint);
+        continue;
+      }
+      MeshEdge& edge = mesh_.edges[mesh_.addEdge(indexOf(*e->getStartPoint()), indexOf(*e->getEndPoint()))];
+      edge.left = numberWithin(e->getLeftT(), triangleCount);
+      edge.right = numberWithin(e->getRightT(), triangleCount);
+    }
+  }
+
+  void readTriangles(TList* triangles) {
+    const int count = triangles == nullptr ? 0 : triangles->getListLen();
+    for (int number = 1; number <= count; ++number) {
+      const Triangle* t = triangles->findByNum(triangles, number);
+      const auto edge = [&](int i) {
+        return t == nullptr ? 0 : numberWithin(t->getEno()[i], static_cast<int>(mesh_.edgeCount()));
+      };
+      mesh_.addTriangle(edge(0), edge(1), edge(2));
+    }
+  }
+
+  void readHull(ConvexList* hull) {
+    const int count = hull == nullptr ? 0 : hull->getListLen();
+    for (int number = 1; number <= count; ++number) {
+      const TConvex* entry = hull->findByNum(hull, number);
+      mesh_.hull.push_back(entry == nullptr ? 0
+                                            : numberWithin(entry->getEdgeNo(), static_cast<int>(mesh_.edgeCount())));
+    }
+  }
+
+  Number indexOf(const TPoint& p) { return positions_.insert(detail::positionOf(p)); }
+
+  Mesh mesh_;
+  PositionSet positions_;
+};
+
+TINCheck faultAt(TINFault fault, Number number) { return {fault, static_cast<int>(number), 0.0}; }
+
+bool lists(const Mesh& mesh, Number triangle, Number edge) {
+  const Number* e = mesh.triangles[triangle].edge;
+  return e[0] == edge || e[1] == edge || e[2] == edge;
+}
+
+TINCheck checkEdgesExist(const FlatTIN& tin) {
+  for (Number triangle = 1; triangle <= tin.mesh().triangleCount(); ++triangle) {
+    for (const Number edge : tin.mesh().triangles[triangle].edge) {
+      if (!tin.isWhole(edge)) return faultAt(TINFault::MissingEdge, triangle);
+    }
+  }
+  return {};
+}
+
+TINCheck checkSlots(const Mesh& mesh) {
+  Number lowest = 0;
+  const auto note = [&lowest](Number edge) { lowest = lowest == 0 ? edge : std::min(lowest, edge); };
+  for (Number triangle = 1; triangle <= mesh.triangleCount(); ++triangle) {
+    for (const Number edge : mesh.triangles[triangle].edge) {
+      if (mesh.edges[edge].left != triangle && mesh.edges[edge].right != triangle) note(edge);
+    }
+  }
+  for (Number edge = 1; edge <= mesh.edgeCount(); ++edge) {
+    const MeshEdge& e = mesh.edges[edge];
+    for (const Number triangle : {e.left, e.right}) {
+      if (triangle != 0 && !lists(mesh, triangle, edge)) note(edge);
+    }
+    if (e.left != 0 && e.left == e.right) note(edge);
+  }
+  return lowest == 0 ? TINCheck{} : faultAt(TINFault::WrongSlot, lowest);
+}
+
+TINCheck checkHull(const FlatTIN& tin) {
+  const Mesh& mesh = tin.mesh();
+  std::vector<int> entries(mesh.edges.size(), 0);
+  for (const Number edge : mesh.hull) ++entries[edge];
+  if (entries[0] != 0) return faultAt(TINFault::WrongHull, 0);  // an entry that names no edge
+  for (Number edge = 1; edge <= mesh.edgeCount(); ++edge) {
+    const int expected = tin.isWhole(edge) && mesh.edges[edge].right == 0 ? 1 : 0;
+    if (entries[edge] != expected) return faultAt(TINFault::WrongHull, edge);
+  }
+  return {};
+}
+
+bool isUsable(const TPoint* p) { return p != nullptr && !std::isnan(p->getX()) && !std::isnan(p->getY()); }
+
+TINCheck checkPoints(const FlatTIN& tin, const std::vector<TPoint*>& points) {
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    if (!isUsable(points[i])) continue;
+    const Position p = detail::positionOf(*points[i]);
+    if (tin.positions().find(p) == PositionSet::kNone)
+      return faultAt(TINFault::MissingPoint, static_cast<Number>(i + 1));
+  }
+  return {};
+}
+
+// The positions in whole millimetres, when all of them are: to within four units in the last place of the largest
+// coordinate, which is what moving to a local origin and back leaves behind.
+bool inMillimetres(const std::vector<Position>& positions, std::vector<MillimetrePosition>& result) {
+  constexpr double kPerUnit = 1000.0;
+  constexpr double kLargest = 9.2e12;
+  constexpr double kUnitInLastPlace = 0x1p-52;
+  constexpr double kCoarsest = 0.25;  // millimetres: beyond this, noise could be taken for any position
+  double extent = 0.0;
+  for (const Position& p : positions) extent = std::max({extent, std::fabs(p.x), std::fabs(p.y)});
+  const double tolerance = kPerUnit * 4 * kUnitInLastPlace * std::max(extent, 1.0);
+  if (!(extent <= kLargest) || tolerance > kCoarsest) return false;
+  for (const Position& p : positions) {
+    const double x = std::nearbyint(p.x * kPerUnit);
+    const double y = std::nearbyint(p.y * kPerUnit);
+    if (std::fabs(p.x * kPerUnit - x) > tolerance || std::fabs(p.y * kPerUnit - y) > tolerance) return false;
+    result.push_back({static_cast<std::int64_t>(x), static_cast<std::int64_t>(y)});
+  }
+  return true;
+}
+
+TINCheck checkGeometry(const FlatTIN& tin) {
+  const std::vector<Position>& positions = tin.positions().positions();
+  std::vector<MillimetrePosition> millimetres;
+  if (inMillimetres(positions, millimetres)) {
+    return detail::checkGeometry(tin.mesh(), detail::MillimetrePlane(std::move(millimetres)));
+  }
+  return detail::checkGeometry(tin.mesh(), detail::DoublePlane(positions));
+}
+
+// Whether no three of the points span a triangle.
+bool areCollinear(const std::vector<TPoint*>& points) {
+  const TPoint* first = nullptr;
+  const TPoint* second = nullptr;
+  for (const TPoint* p : points) {
+    if (!isUsable(p)) continue;
+    if (first == nullptr) {
+      first = p;
+    } else if (second == nullptr) {
+      if (!first->equals(p)) second = p;
+    } else if (detail::orientation(detail::positionOf(*first), detail::positionOf(*second), detail::positionOf(*p)) !=
+               0) {
+      return false;
+    }
+  }
+  return true;
+}
+
+TINCheck verify(const CEType& tin, const std::vector<TPoint*>& points) {
+  const FlatTIN flat(tin);
+  TINCheck check = checkEdgesExist(flat);
+  if (check.valid()) check = checkSlots(flat.mesh());
+  if (!check.valid()) return check;
+  const TINCheck geometry = checkGeometry(flat);
+  if (geometry.fault == TINFault::OpenTriangle || geometry.fault == TINFault::NotCounterClockwise) return geometry;
+  if (check = checkHull(flat); !check.valid()) return check;
+  if (check = checkPoints(flat, points); !check.valid()) return check;
+  return geometry;
+}
+
+}  // namespace
+
+TINCheck verifyTIN(const CEType& tin) { return verify(tin, {}); }
+
+TINCheck verifyTIN(const CEType& tin, const std::vector<TPoint*>& points) {
+  const bool isEmpty = tin.getTList() == nullptr || tin.getTList()->getListLen() == 0;
+  if (isEmpty && areCollinear(points)) return verify(tin, {});
+  return verify(tin, points);
+}
+
+std::string toText(const TINCheck& check) {
+  const std::string number = std::to_string(check.number);
+  switch (check.fault) {
+    case TINFault::None:
+      return "valid";
+    case TINFault::MissingEdge:
+      return "triangle " + number + " names an edge that does not exist";
+    case TINFault::WrongSlot:
+      return "edge " + number + " and its triangles do not name each other";
+    case TINFault::OpenTriangle:
+      return "the edges of triangle " + number + " do not close";
+    case TINFault::NotCounterClockwise:
+      return "triangle " + number + " is not counter-clockwise";
+    case TINFault::WrongHull:
+      return check.number == 0 ? "the hull names an edge that does not exist"
+                               : "the hull list is wrong about edge " + number;
+    case TINFault::MissingPoint:
+      return "point " + number + " is not a vertex";
+    case TINFault::AreaGap:
+      return "the triangles do not add up to the convex hull's area";
+  }
+  return "unknown fault";
+}
+
+}  // namespace OrvikDTM
