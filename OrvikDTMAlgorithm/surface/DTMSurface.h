@@ -147,7 +147,8 @@ class ORVIKDTM_API DTMSurface {
   void resetStatistics();
   void rebuild();
   void dropModel();
-  void releaseRecord(SurfacePoint* point) const;
+  void copyStatistics(const DTMSurface& source);
+  void releaseRecord(const SurfacePoint* point) const;
 
   char surfaceName[24] = {};
   int pointsNumber = 0;

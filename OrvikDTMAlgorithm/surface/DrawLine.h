@@ -9,10 +9,10 @@ inline namespace OrvikDTM {
 
 class ORVIKDTM_API DrawLine {
  public:
-  // A line from (startX, startY) to (endX, endY), x = easting, y = northing; flag false for an edge of the TIN, true
-  // for one of its outer hull.
-  DrawLine(double startX, double startY, double endX, double endY, bool flag)
-      : startX(startX), startY(startY), endX(endX), endY(endY), flag(flag ? 1 : 0) {}
+  // A line between two ends, x = easting, y = northing; ofHull false for an edge of the TIN, true for one of its outer
+  // hull.
+  DrawLine(double fromX, double fromY, double toX, double toY, bool ofHull)
+      : startX(fromX), startY(fromY), endX(toX), endY(toY), flag(ofHull ? 1 : 0) {}
 
   double getStartX() const { return startX; }
   double getStartY() const { return startY; }

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <vector>
 
+#include <OrvikDTMAlgorithm/tin/ExactPlane.h>
 #include <OrvikDTMAlgorithm/tin/Mesh.h>
 #include <OrvikDTMAlgorithm/tin/Orientation.h>
 #include <OrvikDTMAlgorithm/tin/verifyTIN.h>
@@ -14,17 +15,9 @@
 inline namespace OrvikDTM {
 namespace detail {
 
-__extension__ using Int128 = __int128;
-
 // By how much, in squared coordinate units, the triangles may miss the hull's area: what the sweep's tolerance leaves
 // out along a nearly straight hull without anybody noticing.
 inline constexpr double kAreaGapTolerance = 0.001;
-
-struct MillimetrePosition {
-  std::int64_t x;
-  std::int64_t y;
-  bool operator==(const MillimetrePosition& other) const = default;
-};
 
 // Positions in whole millimetres; differences must fit 63 bits.
 class MillimetrePlane {
@@ -57,8 +50,7 @@ class MillimetrePlane {
 
   // In squared coordinate units.
   static double toArea(Area doubled) {
-    constexpr double kDoubledSquareMillimetres = 2e6;
-    return static_cast<double>(doubled) / kDoubledSquareMillimetres;
+    return static_cast<double>(doubled) / (2 * kMillimetresPerUnit * kMillimetresPerUnit);
   }
 
  private:
@@ -156,34 +148,37 @@ typename Plane::Area doubledHullArea(const Plane& plane) {
   return sum;
 }
 
+// What a triangle's corners are to a valid triangulation.
+enum class TriangleState { Sound, Open, Turned };
+
+// The state of a triangle; if it closes, twice its area is added to `sum`. Area 0 is sound only where two corners share
+// a position: a repeat that did no harm.
+template <typename Plane>
+TriangleState stateOf(const Mesh& mesh, const Plane& plane, Number triangle, typename Plane::Area& sum) {
+  std::array<Number, 3> corner{};
+  if (!cornersInOrder(mesh, plane, triangle, corner)) return TriangleState::Open;
+  const auto [a, b, c] = corner;
+  sum += plane.doubledArea(a, b, c);
+  const int turn = plane.turn(a, b, c);
+  const bool hasRepeat = plane.same(a, b) || plane.same(b, c) || plane.same(c, a);
+  return turn > 0 || (turn == 0 && hasRepeat) ? TriangleState::Sound : TriangleState::Turned;
+}
+
 // The geometric part of the check, for a mesh whose edges and slots are consistent: triangles closed and
 // counter-clockwise, areas adding up to that of the hull of all positions of the plane.
 template <typename Plane>
 TINCheck checkGeometry(const Mesh& mesh, const Plane& plane) {
-  TINCheck check;
   Number turned = 0;
   typename Plane::Area sum{};
   for (Number triangle = 1; triangle <= mesh.triangleCount(); ++triangle) {
-    std::array<Number, 3> corner{};
-    if (!cornersInOrder(mesh, plane, triangle, corner)) {
-      check.fault = TINFault::OpenTriangle;
-      check.number = static_cast<int>(triangle);
-      return check;
-    }
-    const auto [a, b, c] = corner;
-    const int turn = plane.turn(a, b, c);
-    const bool harmless = turn > 0 || (turn == 0 && (plane.same(a, b) || plane.same(b, c) || plane.same(c, a)));
-    if (!harmless && turned == 0) turned = triangle;
-    sum += plane.doubledArea(a, b, c);
+    const TriangleState state = stateOf(mesh, plane, triangle, sum);
+    if (state == TriangleState::Open) return {TINFault::OpenTriangle, static_cast<int>(triangle), 0.0};
+    if (state == TriangleState::Turned && turned == 0) turned = triangle;
   }
-  if (turned != 0) {
-    check.fault = TINFault::NotCounterClockwise;
-    check.number = static_cast<int>(turned);
-    return check;
-  }
-  check.areaGap = Plane::toArea(doubledHullArea(plane) - sum);
-  if (!(std::fabs(check.areaGap) <= kAreaGapTolerance)) check.fault = TINFault::AreaGap;
-  return check;
+  if (turned != 0) return {TINFault::NotCounterClockwise, static_cast<int>(turned), 0.0};
+  const double gap = Plane::toArea(doubledHullArea(plane) - sum);
+  const bool covers = std::fabs(gap) <= kAreaGapTolerance;
+  return {covers ? TINFault::None : TINFault::AreaGap, 0, gap};
 }
 
 }  // namespace detail

@@ -62,6 +62,12 @@ bool canCoincide(const std::vector<Position>& rounded, double origin) {
   return own.meets({own.low - origin, own.high - origin});
 }
 
+bool fitsMillimetres(const std::vector<Position>& rounded) {
+  return std::all_of(rounded.begin(), rounded.end(), [](const Position& p) {
+    return std::fabs(p.x) <= kLargestInMillimetres && std::fabs(p.y) <= kLargestInMillimetres;
+  });
+}
+
 }  // namespace
 
 NormalisedPoints normalise(std::vector<TPoint*>& points, bool compareUnshifted) {
@@ -84,6 +90,7 @@ NormalisedPoints normalise(std::vector<TPoint*>& points, bool compareUnshifted) 
 
   const bool repeatsPossible = compareUnshifted || (canCoincide<&Position::x>(rounded, result.origin.x) &&
                                                     canCoincide<&Position::y>(rounded, result.origin.y));
+  const bool countable = fitsMillimetres(rounded);
   PositionSet accepted(repeatsPossible ? count : 0);
   result.points.reserve(count);
   result.positions.reserve(count);
@@ -95,6 +102,7 @@ NormalisedPoints normalise(std::vector<TPoint*>& points, bool compareUnshifted) 
     points[i]->setY(shifted.y);
     result.points.push_back(points[i]);
     result.positions.push_back(shifted);
+    if (countable) result.millimetres.push_back(inMillimetres(rounded[i]));
   }
   return result;
 }

@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include <OrvikDTMAlgorithm/tin/ExactPlane.h>
 #include <OrvikDTMAlgorithm/tin/Mesh.h>
 
 inline namespace OrvikDTM {
@@ -16,6 +17,9 @@ struct NormalisedPoints {
   Position origin{0.0, 0.0};        // the smallest x and y, before rounding
   std::vector<TPoint*> points;      // the accepted points, by y, then x
   std::vector<Position> positions;  // where they are, relative to the origin
+
+  // Where they are in whole millimetres, not moved; empty when a coordinate is too large for that.
+  std::vector<MillimetrePosition> millimetres;
 };
 
 // Sorts `points` (those with a NaN coordinate, and null ones, last), rounds them in place and shifts the accepted ones

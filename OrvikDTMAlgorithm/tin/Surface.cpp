@@ -1,14 +1,16 @@
-#include <algorithm>
-#include <memory>
+#include <OrvikDTMAlgorithm/tin/Surface.h>
+
+#include <optional>
 #include <utility>
 
 #include <OrvikDTMAlgorithm/tin/CEType.h>
+#include <OrvikDTMAlgorithm/tin/Delaunay.h>
 #include <OrvikDTMAlgorithm/tin/FlipTests.h>
 #include <OrvikDTMAlgorithm/tin/Flips.h>
 #include <OrvikDTMAlgorithm/tin/Normalise.h>
 #include <OrvikDTMAlgorithm/tin/Publish.h>
-#include <OrvikDTMAlgorithm/tin/Surface.h>
 #include <OrvikDTMAlgorithm/tin/Sweep.h>
+#include <OrvikDTMAlgorithm/tin/SweepWatch.h>
 
 inline namespace OrvikDTM {
 
@@ -23,33 +25,68 @@ namespace {
 using detail::Number;
 using detail::Position;
 
-// Brings points and positions into sweep order; false when there is none.
-bool orderForSweep(std::vector<TPoint*>& points, std::vector<Position>& positions) {
-  const std::vector<Number> order = detail::sweepOrder(positions);
-  if (order.empty()) return false;
-  std::vector<TPoint*> orderedPoints;
-  std::vector<Position> orderedPositions;
-  orderedPoints.reserve(order.size());
-  orderedPositions.reserve(order.size());
-  for (const Number i : order) {
-    orderedPoints.push_back(points[i]);
-    orderedPositions.push_back(positions[i]);
+template <typename T>
+std::vector<T> reordered(const std::vector<T>& items, const std::vector<Number>& order) {
+  std::vector<T> result;
+  result.reserve(order.size());
+  for (const Number i : order) result.push_back(items[i]);
+  return result;
+}
+
+// A finished mesh, the published points that its point indexes stand for, and where those points lie.
+struct FinishedMesh {
+  detail::Mesh mesh;
+  std::vector<TPoint*> points;
+  std::vector<Position> places;
+};
+
+// The sweep's triangulation with its edges flipped. None when the points have no sweep order, or when the sweep's
+// result is not valid; where coordinates are too large for that check, it is taken as it is.
+std::optional<FinishedMesh> buildBySweep(const detail::NormalisedPoints& normalised) {
+  const std::vector<Number> order = detail::sweepOrder(normalised.positions);
+  if (order.empty()) return std::nullopt;
+  detail::Mesh mesh;
+  mesh.points = reordered(normalised.positions, order);
+  const Number fanEnd = detail::startFan(mesh);
+  if (fanEnd == 0) return std::nullopt;
+  Surface::FLAG = static_cast<int>(fanEnd);
+
+  if (normalised.millimetres.empty()) {
+    detail::sweep(mesh, fanEnd, nullptr);
+  } else {
+    detail::SweepWatch watch(mesh, detail::MillimetrePlane(reordered(normalised.millimetres, order)));
+    if (!detail::sweep(mesh, fanEnd, &watch)) return std::nullopt;
   }
-  points.swap(orderedPoints);
-  positions.swap(orderedPositions);
-  return true;
+  detail::flipToDelaunay(mesh);
+
+  std::vector<Position> places;
+  places.reserve(mesh.points.size());
+  for (const Position& p : mesh.points) places.push_back({p.x + normalised.origin.x, p.y + normalised.origin.y});
+  return FinishedMesh{std::move(mesh), reordered(normalised.points, order), std::move(places)};
+}
+
+// The exact triangulation. None when the positions are collinear, or too large for it.
+std::optional<FinishedMesh> buildExactly(const detail::NormalisedPoints& normalised) {
+  if (normalised.millimetres.empty()) return std::nullopt;
+  detail::ExactTriangulation exact = detail::triangulateExactly(normalised.millimetres);
+  if (exact.mesh.triangleCount() == 0) return std::nullopt;
+  std::vector<Position> places;
+  places.reserve(exact.inputIndex.size());
+  for (const Number i : exact.inputIndex) places.push_back(detail::inUnits(normalised.millimetres[i]));
+  return FinishedMesh{std::move(exact.mesh), reordered(normalised.points, exact.inputIndex), std::move(places)};
 }
 
 // Takes every point that an edge uses back to where it was surveyed.
-void shiftBack(const detail::Mesh& mesh, const Position& origin, const std::vector<TPoint*>& points) {
-  const auto restore = [&](Number i) {
-    points[i]->setX(mesh.points[i].x + origin.x);
-    points[i]->setY(mesh.points[i].y + origin.y);
-  };
-  for (const detail::MeshEdge& edge : mesh.edges) {
-    if (&edge == &mesh.edges.front()) continue;  // entry 0 is no edge
-    restore(edge.start);
-    restore(edge.end);
+void moveBack(const FinishedMesh& finished) {
+  std::vector<bool> isVertex(finished.points.size(), false);
+  for (Number edge = 1; edge <= finished.mesh.edgeCount(); ++edge) {
+    isVertex[finished.mesh.edges[edge].start] = true;
+    isVertex[finished.mesh.edges[edge].end] = true;
+  }
+  for (std::size_t i = 0; i < isVertex.size(); ++i) {
+    if (!isVertex[i]) continue;
+    finished.points[i]->setX(finished.places[i].x);
+    finished.points[i]->setY(finished.places[i].y);
   }
 }
 
@@ -57,20 +94,14 @@ void shiftBack(const detail::Mesh& mesh, const Position& origin, const std::vect
 
 CEType* Surface::optimizeTIN(std::vector<TPoint*>& points) {
   if (points.empty()) return nullptr;
-  detail::NormalisedPoints normalised = detail::normalise(points, COMPAREUNSHIFTED != 0);
+  const detail::NormalisedPoints normalised = detail::normalise(points, COMPAREUNSHIFTED != 0);
   const auto count = static_cast<int>(normalised.points.size());
   MAXPOINTS = count;
-  if (!orderForSweep(normalised.points, normalised.positions)) return detail::emptyTIN();
-
-  detail::Mesh mesh;
-  mesh.points = std::move(normalised.positions);
-  const Number fanEnd = detail::startFan(mesh);
-  if (fanEnd == 0) return detail::emptyTIN();
-  FLAG = static_cast<int>(fanEnd);
-  detail::sweep(mesh, fanEnd);
-  detail::flipToDelaunay(mesh);
-  shiftBack(mesh, normalised.origin, normalised.points);
-  return detail::publishNew(mesh, normalised.points, detail::capacitiesFor(count));
+  std::optional<FinishedMesh> finished = buildBySweep(normalised);
+  if (!finished) finished = buildExactly(normalised);
+  if (!finished) return detail::emptyTIN();
+  moveBack(*finished);
+  return detail::publishNew(finished->mesh, finished->points, detail::capacitiesFor(count));
 }
 
 bool Surface::isConvex(const TPoint* a, const TPoint* b, const TPoint* c, const TPoint* d) {

@@ -68,7 +68,7 @@ CEType* Surface::buildTIN(PList* points, CEType* cet) {
   mesh.points = positionsOf(published);
   const Number fanEnd = detail::startFan(mesh);
   if (fanEnd != 0 && holdsFan(*cet, mesh)) {
-    detail::sweep(mesh, fanEnd);
+    detail::sweep(mesh, fanEnd, nullptr);
     detail::publish(mesh, published, *cet->getCList(), *cet->getEList(), *cet->getTList());
   }
   return new CEType(cet->getCList(), cet->getEList(), cet->getTList());

@@ -3,6 +3,7 @@
 
 #include <OrvikDTMAlgorithm/tin/SideOfLine.h>
 #include <OrvikDTMAlgorithm/tin/Sweep.h>
+#include <OrvikDTMAlgorithm/tin/SweepWatch.h>
 
 inline namespace OrvikDTM {
 namespace detail {
@@ -211,9 +212,13 @@ Number startFan(Mesh& mesh) {
   return apex + 1;
 }
 
-void sweep(Mesh& mesh, Number fanEnd) {
+bool sweep(Mesh& mesh, Number fanEnd, SweepWatch* watch) {
   Sweeper sweeper(mesh);
-  for (auto point = fanEnd; point < mesh.points.size(); ++point) sweeper.add(point);
+  for (auto point = fanEnd; point < mesh.points.size(); ++point) {
+    sweeper.add(point);
+    if (watch != nullptr && !watch->allowsNext()) return false;
+  }
+  return watch == nullptr || watch->allowsEnd();
 }
 
 }  // namespace detail

@@ -9,6 +9,8 @@
 inline namespace OrvikDTM {
 namespace detail {
 
+class SweepWatch;
+
 // The indexes of `points` in sweep order: the lowest, then leftmost point first, the others by rounded direction as
 // seen from it. Within one direction the farthest comes first, save in the first group, where the nearest does: the fan
 // starts from a run that leads outward, and the sweep's collinear step expects later groups to come inward. Empty for
@@ -20,8 +22,9 @@ std::vector<Number> sweepOrder(const std::vector<Position>& points);
 // mesh empty, when there is none.
 Number startFan(Mesh& mesh);
 
-// Adds the points after number `fanEnd` to a mesh that startFan() began.
-void sweep(Mesh& mesh, Number fanEnd);
+// Adds the points after number `fanEnd` to a mesh that startFan() began. With a watch, returns false, with the mesh
+// unfinished, as soon as the watch says that it has gone wrong; true otherwise.
+bool sweep(Mesh& mesh, Number fanEnd, SweepWatch* watch);
 
 }  // namespace detail
 }  // namespace OrvikDTM

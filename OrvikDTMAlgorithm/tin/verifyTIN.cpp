@@ -144,29 +144,31 @@ TINCheck checkPoints(const FlatTIN& tin, const std::vector<TPoint*>& points) {
 }
 
 // The positions in whole millimetres, when all of them are: to within four units in the last place of the largest
-// coordinate, which is what moving to a local origin and back leaves behind.
-bool inMillimetres(const std::vector<Position>& positions, std::vector<MillimetrePosition>& result) {
-  constexpr double kPerUnit = 1000.0;
-  constexpr double kLargest = 9.2e12;
+// coordinate, which is what moving to a local origin and back leaves behind. Empty otherwise.
+std::vector<MillimetrePosition> wholeMillimetres(const std::vector<Position>& positions) {
   constexpr double kUnitInLastPlace = 0x1p-52;
   constexpr double kCoarsest = 0.25;  // millimetres: beyond this, noise could be taken for any position
   double extent = 0.0;
   for (const Position& p : positions) extent = std::max({extent, std::fabs(p.x), std::fabs(p.y)});
-  const double tolerance = kPerUnit * 4 * kUnitInLastPlace * std::max(extent, 1.0);
-  if (!(extent <= kLargest) || tolerance > kCoarsest) return false;
+  const double tolerance = detail::kMillimetresPerUnit * 4 * kUnitInLastPlace * std::max(extent, 1.0);
+  if (!(extent <= detail::kLargestInMillimetres) || tolerance > kCoarsest) return {};
+  std::vector<MillimetrePosition> result;
+  result.reserve(positions.size());
   for (const Position& p : positions) {
-    const double x = std::nearbyint(p.x * kPerUnit);
-    const double y = std::nearbyint(p.y * kPerUnit);
-    if (std::fabs(p.x * kPerUnit - x) > tolerance || std::fabs(p.y * kPerUnit - y) > tolerance) return false;
-    result.push_back({static_cast<std::int64_t>(x), static_cast<std::int64_t>(y)});
+    if (std::isnan(p.x) || std::isnan(p.y)) return {};
+    const MillimetrePosition whole = detail::inMillimetres(p);
+    const double offX = std::fabs(p.x * detail::kMillimetresPerUnit - static_cast<double>(whole.x));
+    const double offY = std::fabs(p.y * detail::kMillimetresPerUnit - static_cast<double>(whole.y));
+    if (offX > tolerance || offY > tolerance) return {};
+    result.push_back(whole);
   }
-  return true;
+  return result;
 }
 
 TINCheck checkGeometry(const FlatTIN& tin) {
   const std::vector<Position>& positions = tin.positions().positions();
-  std::vector<MillimetrePosition> millimetres;
-  if (inMillimetres(positions, millimetres)) {
+  std::vector<MillimetrePosition> millimetres = wholeMillimetres(positions);
+  if (millimetres.size() == positions.size()) {
     return detail::checkGeometry(tin.mesh(), detail::MillimetrePlane(std::move(millimetres)));
   }
   return detail::checkGeometry(tin.mesh(), detail::DoublePlane(positions));

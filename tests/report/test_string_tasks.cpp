@@ -1,6 +1,4 @@
 // Splitting, trimming, padding, code pages and the time as text.
-#include <regex>
-
 #include <OrvikDTMAlgorithm/report/U.h>
 #include <gtest/gtest.h>
 
@@ -70,12 +68,21 @@ TEST(StringTasks, CodePageOfTheCLocaleIsLeftAlone) {
   EXPECT_EQ("", U::utf8ToANSI(""));
 }
 
+// The text with every digit replaced by "0".
+std::string digitsMasked(std::string text) {
+  for (char& c : text) c = c >= '0' && c <= '9' ? '0' : c;
+  return text;
+}
+
 TEST(StringTasks, TheTime) {
-  const std::regex form(
-      "[0-9]{4}/[01][0-9]/[0-3][0-9] [0-2][0-9]:[0-5][0-9]:[0-6][0-9]\\.[0-9]{3} "
-      "\xD0\xC7\xC6\xDA[0-6]\n");
   const std::string now = U::currentTimeMillis();
-  EXPECT_TRUE(std::regex_match(now, form)) << now;
+  EXPECT_EQ(
+      "0000/00/00 00:00:00.000 \xD0\xC7\xC6\xDA"
+      "0\n",
+      digitsMasked(now));
+  const char weekday = now[now.size() - 2];
+  EXPECT_GE(weekday, '0');
+  EXPECT_LE(weekday, '6');
 }
 
 TEST(StringTasks, PrintlnPrintsNothing) {

@@ -1,0 +1,37 @@
+// Private. Lines and fields of a text that is wholly in memory, as views into it: nothing is copied or allocated.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+inline namespace OrvikDTM {
+namespace detail {
+
+// Takes the first line off `text`, without its line break ("\n" or "\r\n"; the last line may have none). False when
+// nothing is left.
+inline bool takeLine(std::string_view& text, std::string_view& line) {
+  if (text.empty()) return false;
+  const std::size_t end = text.find('\n');
+  line = text.substr(0, end);
+  text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+  if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+  return true;
+}
+
+// Fills `fields` with the first fields of a line, separated by commas, and returns how many it filled. The last one
+// ends at its comma too: what follows it on the line is ignored.
+template <std::size_t kCount>
+std::size_t splitFields(std::string_view line, std::array<std::string_view, kCount>& fields) {
+  std::size_t filled = 0;
+  while (filled < kCount) {
+    const std::size_t comma = line.find(',');
+    fields[filled++] = line.substr(0, comma);
+    if (comma == std::string_view::npos) break;
+    line.remove_prefix(comma + 1);
+  }
+  return filled;
+}
+
+}  // namespace detail
+}  // namespace OrvikDTM

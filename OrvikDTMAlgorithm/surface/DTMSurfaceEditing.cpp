@@ -1,0 +1,60 @@
+// Editing the point list of a surface. Every edit makes the TIN stale; adding and replacing a point rebuild it at once.
+#include <algorithm>
+
+#include <OrvikDTMAlgorithm/surface/DTMSurface.h>
+#include <OrvikDTMAlgorithm/surface/SurfacePoint.h>
+
+inline namespace OrvikDTM {
+
+void DTMSurface::setSurfacePoints(const std::vector<SurfacePoint*>& points) {
+  if (points.empty()) return;
+  surfacePoints = points;
+  pointsNumber = getPointsNumber();
+}
+
+int DTMSurface::addSurfacePoint(SurfacePoint* point, unsigned long long index) {
+  if (point == nullptr) return 0;
+  const auto position = std::min<unsigned long long>(index, surfacePoints.size());
+  surfacePoints.insert(surfacePoints.begin() + static_cast<std::ptrdiff_t>(position), point);
+  point->setSurfaceName(surfaceName);
+  ++pointsNumber;
+  rebuild();
+  return 1;
+}
+
+int DTMSurface::updateSurfacePoint(unsigned int index, SurfacePoint* point) {
+  if (point == nullptr || index >= surfacePoints.size()) return 0;
+  point->setSurfaceName(surfaceName);
+  SurfacePoint* replaced = surfacePoints[index];
+  surfacePoints[index] = point;
+  if (replaced != point) releaseRecord(replaced);
+  rebuild();
+  return 1;
+}
+
+int DTMSurface::deleteSurfacePoint(unsigned int index, unsigned long long count) {
+  const std::size_t length = surfacePoints.size();
+  if (index >= length || count == 0) return 0;
+  const auto releaseEnd = static_cast<std::size_t>(std::min<unsigned long long>(count, length));
+  for (std::size_t i = index; i < releaseEnd; ++i) releaseRecord(surfacePoints[i]);
+
+  const auto removed = static_cast<std::ptrdiff_t>(std::min<unsigned long long>(count, length - index));
+  const auto first = surfacePoints.begin() + static_cast<std::ptrdiff_t>(index);
+  surfacePoints.erase(first, first + removed);
+  pointsNumber -= static_cast<int>(removed);
+  dropModel();
+  return 1;
+}
+
+int DTMSurface::updateDTMSurface(int count, SurfacePoint* points) {
+  for (const SurfacePoint* point : surfacePoints) releaseRecord(point);
+  surfacePoints.clear();
+  const int length = points == nullptr ? 0 : std::max(count, 0);
+  arrayBegin = points;
+  arrayEnd = points + length;
+  surfacePoints.reserve(static_cast<std::size_t>(length));
+  for (int i = 0; i < length; ++i) surfacePoints.push_back(points + i);
+  return 1;
+}
+
+}  // namespace OrvikDTM

@@ -1,0 +1,130 @@
+// Whole-millimetre positions and the two exact questions of a Delaunay triangulation about them: does this turn left,
+// and does this circle contain that point? Private.
+#pragma once
+
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+#include <OrvikDTMAlgorithm/FloatingPoint.h>
+#include <OrvikDTMAlgorithm/tin/Mesh.h>
+
+inline namespace OrvikDTM {
+namespace detail {
+
+__extension__ using Int128 = __int128;
+
+// A position in whole millimetres.
+struct MillimetrePosition {
+  std::int64_t x;
+  std::int64_t y;
+  bool operator==(const MillimetrePosition& other) const = default;
+};
+
+inline constexpr double kMillimetresPerUnit = 1000.0;
+
+// Coordinates up to this many units, on either side of 0, are counted in whole millimetres.
+inline constexpr double kLargestInMillimetres = 9.2e12;
+
+// A position rounded to three decimals, as it is and in whole millimetres: each is the other's nearest.
+inline MillimetrePosition inMillimetres(const Position& p) {
+  return {std::llround(p.x * kMillimetresPerUnit), std::llround(p.y * kMillimetresPerUnit)};
+}
+inline Position inUnits(const MillimetrePosition& p) {
+  return {static_cast<double>(p.x) / kMillimetresPerUnit, static_cast<double>(p.y) / kMillimetresPerUnit};
+}
+
+// Positions whose coordinates, from 0 to less than 2^52 millimetres, are kept as doubles without loss. Differences are
+// then exact too. Each question is first asked in doubles: the answer stands when it is farther from 0 than rounding
+// can move it, or when every intermediate result is a whole number below 2^53, so that nothing was rounded at all; else
+// whole numbers decide.
+class NearPlane {
+ public:
+  static constexpr std::int64_t kExtent = std::int64_t{1} << 52;
+
+  explicit NearPlane(std::vector<Position> positions) : positions_(std::move(positions)) {}
+
+  Number size() const { return static_cast<Number>(positions_.size()); }
+  std::uint64_t x(Number i) const { return static_cast<std::uint64_t>(positions_[i].x); }
+  std::uint64_t y(Number i) const { return static_cast<std::uint64_t>(positions_[i].y); }
+
+  // True when a, b, c turn strictly counter-clockwise.
+  bool turnsLeft(Number a, Number b, Number c) const {
+    const Position& p = positions_[a];
+    const double bx = positions_[b].x - p.x;
+    const double by = positions_[b].y - p.y;
+    const double cx = positions_[c].x - p.x;
+    const double cy = positions_[c].y - p.y;
+    const double left = bx * cy;
+    const double right = by * cx;
+    const double det = left - right;
+    // Three roundings of at most 2^-53 each, over two products.
+    constexpr double kErrorFactor = 4 * 0x1p-53;
+    const double magnitude = std::fabs(left) + std::fabs(right);
+    if (std::fabs(det) > kErrorFactor * magnitude || magnitude < kExactBelow) return det > 0;
+    return toWhole(bx) * toWhole(cy) > toWhole(by) * toWhole(cx);
+  }
+
+  // True when d lies strictly inside the circle through a, b and c, which turn counter-clockwise.
+  bool circleContains(Number a, Number b, Number c, Number d) const {
+    const Position& p = positions_[d];
+    const double ax = positions_[a].x - p.x;
+    const double ay = positions_[a].y - p.y;
+    const double bx = positions_[b].x - p.x;
+    const double by = positions_[b].y - p.y;
+    const double cx = positions_[c].x - p.x;
+    const double cy = positions_[c].y - p.y;
+    const double bc = bx * cy;
+    const double cb = cx * by;
+    const double ca = cx * ay;
+    const double ac = ax * cy;
+    const double ab = ax * by;
+    const double ba = bx * ay;
+    const double a2 = ax * ax + ay * ay;
+    const double b2 = bx * bx + by * by;
+    const double c2 = cx * cx + cy * cy;
+    const double det = a2 * (bc - cb) + b2 * (ca - ac) + c2 * (ab - ba);
+    // Shewchuk's bound for this expression with exact differences is below (10 + 96u)u of the sum of all magnitudes, u
+    // = 2^-53.
+    constexpr double kErrorFactor = 11 * 0x1p-53;
+    const double magnitude = a2 * (std::fabs(bc) + std::fabs(cb)) + b2 * (std::fabs(ca) + std::fabs(ac)) +
+                             c2 * (std::fabs(ab) + std::fabs(ba));
+    if (std::fabs(det) > kErrorFactor * magnitude || magnitude < kExactBelow) return det > 0;
+    return circleContainsExactly({ax, ay}, {bx, by}, {cx, cy});
+  }
+
+ private:
+  static constexpr double kExactBelow = 0x1p53;
+
+  static Int128 toWhole(double v) { return static_cast<Int128>(static_cast<std::int64_t>(v)); }
+
+  // The same for positions relative to d.
+  static bool circleContainsExactly(const Position& a, const Position& b, const Position& c);
+
+  std::vector<Position> positions_;
+};
+
+// Positions too far apart for that: 64-bit coordinates from 0, and whole numbers of 256 bits for every circle.
+class FarPlane {
+ public:
+  explicit FarPlane(std::vector<MillimetrePosition> positions) : positions_(std::move(positions)) {}
+
+  Number size() const { return static_cast<Number>(positions_.size()); }
+  std::uint64_t x(Number i) const { return static_cast<std::uint64_t>(positions_[i].x); }
+  std::uint64_t y(Number i) const { return static_cast<std::uint64_t>(positions_[i].y); }
+
+  bool turnsLeft(Number a, Number b, Number c) const {
+    const MillimetrePosition& p = positions_[a];
+    const MillimetrePosition& q = positions_[b];
+    const MillimetrePosition& r = positions_[c];
+    return Int128{q.x - p.x} * (r.y - p.y) > Int128{q.y - p.y} * (r.x - p.x);
+  }
+
+  bool circleContains(Number a, Number b, Number c, Number d) const;
+
+ private:
+  std::vector<MillimetrePosition> positions_;
+};
+
+}  // namespace detail
+}  // namespace OrvikDTM

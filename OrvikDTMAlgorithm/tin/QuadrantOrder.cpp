@@ -1,0 +1,58 @@
+#include <algorithm>
+#include <numeric>
+
+#include <OrvikDTMAlgorithm/tin/QuadrantOrder.h>
+#include <OrvikDTMAlgorithm/tin/RadixSort.h>
+
+inline namespace OrvikDTM {
+namespace detail {
+
+namespace {
+
+// The bits of v, with a zero bit before each.
+std::uint64_t spreadBits(std::uint64_t v) {
+  v = (v | (v << 16)) & 0x0000FFFF0000FFFFu;
+  v = (v | (v << 8)) & 0x00FF00FF00FF00FFu;
+  v = (v | (v << 4)) & 0x0F0F0F0F0F0F0F0Fu;
+  v = (v | (v << 2)) & 0x3333333333333333u;
+  return (v | (v << 1)) & 0x5555555555555555u;
+}
+
+// Whether the highest set bit of a is lower than that of b.
+bool hasLowerTopBit(std::uint64_t a, std::uint64_t b) { return a < b && a < (a ^ b); }
+
+bool before(const MillimetrePosition& a, const MillimetrePosition& b) {
+  const auto dx = static_cast<std::uint64_t>(a.x ^ b.x);
+  const auto dy = static_cast<std::uint64_t>(a.y ^ b.y);
+  return hasLowerTopBit(dy, dx) ? a.x < b.x : a.y < b.y;
+}
+
+bool fitsInterleaved(const std::vector<MillimetrePosition>& positions) {
+  std::int64_t all = 0;
+  for (const MillimetrePosition& p : positions) all |= p.x | p.y;
+  return all < (std::int64_t{1} << 32);
+}
+
+}  // namespace
+
+std::vector<Number> quadrantOrder(const std::vector<MillimetrePosition>& positions) {
+  std::vector<Number> order(positions.size());
+  if (!fitsInterleaved(positions)) {
+    std::iota(order.begin(), order.end(), Number{0});
+    std::stable_sort(order.begin(), order.end(),
+                     [&positions](Number i, Number j) { return before(positions[i], positions[j]); });
+    return order;
+  }
+  std::vector<KeyedNumber> keys(positions.size());
+  for (Number i = 0; i < keys.size(); ++i) {
+    keys[i] = {spreadBits(static_cast<std::uint64_t>(positions[i].x)) |
+                   (spreadBits(static_cast<std::uint64_t>(positions[i].y)) << 1),
+               i};
+  }
+  radixSort(keys);
+  std::transform(keys.begin(), keys.end(), order.begin(), [](const KeyedNumber& k) { return k.number; });
+  return order;
+}
+
+}  // namespace detail
+}  // namespace OrvikDTM

@@ -1,0 +1,42 @@
+#include <cmath>
+
+#include <OrvikDTMAlgorithm/tin/PositionSet.h>
+#include <OrvikDTMAlgorithm/tin/SweepWatch.h>
+
+inline namespace OrvikDTM {
+namespace detail {
+
+bool SweepWatch::allowsTrianglesBelow(Number end) {
+  for (; nextUnchecked_ < end; ++nextUnchecked_) {
+    if (stateOf(mesh_, plane_, nextUnchecked_, doubledArea_) != TriangleState::Sound) return false;
+  }
+  return true;
+}
+
+bool SweepWatch::allowsEnd() {
+  if (!allowsTrianglesBelow(mesh_.triangleCount() + 1) || !hasAllPositions()) return false;
+  const double gap = MillimetrePlane::toArea(doubledHullArea(plane_) - doubledArea_);
+  return std::fabs(gap) <= kAreaGapTolerance;
+}
+
+// The sweep passes over a point that no hull edge can take; that does no harm where another point at its place is a
+// vertex.
+bool SweepWatch::hasAllPositions() const {
+  std::vector<bool> isVertex(mesh_.points.size(), false);
+  for (Number edge = 1; edge <= mesh_.edgeCount(); ++edge) {
+    isVertex[mesh_.edges[edge].start] = true;
+    isVertex[mesh_.edges[edge].end] = true;
+  }
+  if (std::find(isVertex.begin(), isVertex.end(), false) == isVertex.end()) return true;
+  PositionSet vertices(mesh_.points.size());
+  for (std::size_t i = 0; i < isVertex.size(); ++i) {
+    if (isVertex[i]) vertices.insert(mesh_.points[i]);
+  }
+  for (std::size_t i = 0; i < isVertex.size(); ++i) {
+    if (!isVertex[i] && vertices.find(mesh_.points[i]) == PositionSet::kNone) return false;
+  }
+  return true;
+}
+
+}  // namespace detail
+}  // namespace OrvikDTM

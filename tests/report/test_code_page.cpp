@@ -1,0 +1,91 @@
+// Texts of a system whose code page is not UTF-8. The machines that run the tests seldom have such a locale, so the
+// test program puts its own answer in place of the C library's to the question which code set the process locale has.
+#if !defined(_WIN32)
+
+#include <filesystem>
+#include <fstream>
+#include <langinfo.h>
+#include <random>
+#include <sstream>
+
+#include <OrvikDTMAlgorithm/io/DTMFileOperation.h>
+#include <OrvikDTMAlgorithm/report/U.h>
+#include <OrvikDTMAlgorithm/surface/DTMSurface.h>
+#include <OrvikDTMAlgorithm/surface/FillCutResult.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+char asciiName[] = "ANSI_X3.4-1968";
+char gbkName[] = "GBK";
+char* codesetName = asciiName;
+
+}  // namespace
+
+extern "C" char* nl_langinfo(nl_item) noexcept { return codesetName; }
+
+namespace {
+
+class GbkSystem : public testing::Test {
+ protected:
+  void SetUp() override {
+    codesetName = gbkName;
+    folder_ = fs::temp_directory_path() / ("orvikdtm-code-page-" + std::to_string(std::random_device()()));
+    fs::create_directories(folder_);
+  }
+  void TearDown() override {
+    codesetName = asciiName;
+    fs::remove_all(folder_);
+  }
+
+  std::string report(int form, const char* refName) const {
+    const std::string path = (folder_ / "report").string();
+    DTMSurface surface;
+    surface.setSurfaceName("\xB5\xD8\xC3\xE6");
+    const FillCutResult result;
+    DTMFileOperation files;
+    EXPECT_TRUE(files.exportVolumeReport(&result, &surface, form, refName, kLabelsGbk, path.c_str()));
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+  }
+
+  // "report" and "name"; the surface is called "ground".
+  static constexpr const char* kLabelsGbk = "\xB1\xA8\xB1\xED,\xC3\xFB";
+  fs::path folder_;
+};
+
+TEST_F(GbkSystem, TextsAreConverted) {
+  EXPECT_EQ("\xE5\x9C\xB0 a", U::ansiToUTF8("\xB5\xD8 a"));
+  EXPECT_EQ("\xB5\xD8 a", U::utf8ToANSI("\xE5\x9C\xB0 a"));
+}
+
+TEST_F(GbkSystem, AFailedConversionGivesNothing) {
+  EXPECT_EQ("", U::ansiToUTF8("a\xFF"));
+  EXPECT_EQ("", U::utf8ToANSI("a\xE5\x9C"));
+  EXPECT_EQ("", U::ansiToUTF8(""));
+}
+
+TEST_F(GbkSystem, ThePageIsUtf8) {
+  const std::string page = report(0, "R");
+  EXPECT_NE(std::string::npos, page.find("<title>\xE6\x8A\xA5\xE8\xA1\xA8</title>"));
+  EXPECT_NE(std::string::npos,
+            page.find(">\xE5\x90\x8D</th><td width=\"70%\" align=\"left\">\xE5\x9C\xB0\xE9\x9D\xA2<"));
+  EXPECT_NE(std::string::npos, page.find("<p>\xE5\x90\x8D:</p>"));
+}
+
+TEST_F(GbkSystem, TheTextKeepsItsBytes) {
+  const std::string text = report(1, "R");
+  EXPECT_EQ(0u, text.find("\t\t\xB1\xA8\xB1\xED\n"));
+  EXPECT_NE(std::string::npos, text.find("\n\xC3\xFB                  \xB5\xD8\xC3\xE6                \n"));
+}
+
+TEST_F(GbkSystem, TheReferenceNameIsUsedAsPassed) {
+  EXPECT_NE(std::string::npos, report(0, "\xB5\xD8").find(">\xB5\xD8</td></tr></table>"));
+}
+
+}  // namespace
+
+#endif
