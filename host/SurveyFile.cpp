@@ -63,8 +63,7 @@ LineCount checkLines(const std::string& path) {
 
 void warnOfSkipped(const std::string& path, const LineCount& count) {
   if (count.skipped == 0) return;
-  console::warn(path + ": " + std::to_string(count.skipped) + " of " +
-                std::to_string(count.points + count.skipped) +
+  console::warn(path + ": " + std::to_string(count.skipped) + " of " + std::to_string(count.points + count.skipped) +
                 " lines skipped: a point needs name,code,easting,northing,elevation");
 }
 
@@ -86,7 +85,8 @@ void requireTriangles(const std::string& path, DTMSurface& surface) {
 
 void warnOfInvalid(const std::string& path, DTMSurface& surface) {
   const TINCheck check = verifyTIN(*surface.getCEType());
-  if (!check.valid()) console::warn(path + ": the TIN is not valid, so areas and volumes may be wrong: " + toText(check));
+  if (!check.valid())
+    console::warn(path + ": the TIN is not valid, so areas and volumes may be wrong: " + toText(check));
 }
 
 }  // namespace

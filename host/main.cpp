@@ -37,7 +37,7 @@ void addVolume(CLI::App& app, VolumeOrder& order) {
 int run(int argc, char** argv) {
   CLI::App app("Terrain models from survey points: statistics, earthwork volumes", "orvikdtm");
   app.set_version_flag("--version", "orvikdtm " ORVIKDTM_VERSION, "Print the version and exit");
-  app.require_subcommand(1);
+  app.require_subcommand(0, 1);  // none: refused below, when what was typed in place of a command has been named
   app.footer("Example:\n  orvikdtm volume ground.csv --level 82.5 --report volume.txt");
 
   std::string pointFile;
@@ -47,6 +47,7 @@ int run(int argc, char** argv) {
   addVolume(app, order);
   try {
     app.parse(argc, argv);
+    if (app.get_subcommands().empty()) throw CLI::RequiredError("A command, info or volume,");
     console::finish();
     return console::kDone;
   } catch (const CLI::ParseError& e) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <memory>
 
 #include "Console.h"
@@ -14,6 +15,7 @@ namespace {
 
 constexpr int kTextForm = 1;
 constexpr int kLabelCommas = 11;  // between twelve labels
+constexpr int kReportLines = 22;
 
 double levelOf(const VolumeOrder& order) {
   double level = 0.0;
@@ -43,6 +45,23 @@ void requireWritable(const VolumeOrder& order) {
   if (!existed) fs::remove(order.report, ignored);
 }
 
+// A disk that fills up while the report is written leaves it cut short, of which the library says nothing. Pipes and
+// devices cannot be read back.
+bool isWhole(const std::string& report) {
+  std::error_code ignored;
+  if (!fs::is_regular_file(report, ignored)) return true;
+  std::ifstream file(report);
+  return std::count(std::istreambuf_iterator<char>(file), {}, '\n') >= kReportLines;
+}
+
+void write(const VolumeOrder& order, const FillCutResult& result, const DTMSurface& surface, double level) {
+  if (!DTMFileOperation().exportVolumeReport(&result, &surface, kTextForm, level, order.labels.c_str(),
+                                             order.report.c_str()) ||
+      !isWhole(order.report)) {
+    throw console::Failure(order.report + ": the report could not be written in full: is the disk full?");
+  }
+}
+
 void print(const FillCutResult& result) {
   console::row("Cut volume", console::number(result.getCutVolume()));
   console::row("Fill volume", console::number(result.getFillVolume()));
@@ -66,10 +85,7 @@ void volume(const VolumeOrder& order) {
   const SurfacePtr surface = readSurvey(order.pointFile);
   const std::unique_ptr<FillCutResult> result(surface->getFillCut(level));
   if (result == nullptr) throw console::Failure(order.pointFile + ": the volume could not be computed");
-  if (!DTMFileOperation().exportVolumeReport(result.get(), surface.get(), kTextForm, level, order.labels.c_str(),
-                                             order.report.c_str())) {
-    throw console::Failure(order.report + ": the report could not be written: check the disk");
-  }
+  write(order, *result, *surface, level);
   console::row("Surface", surface->getSurfaceName());
   console::row("Level", console::number(level));
   print(*result);

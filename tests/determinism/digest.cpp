@@ -52,7 +52,8 @@ using Points = std::vector<TPoint>;
 
 Points scattered(Random& random, int n) {
   Points points;
-  for (int i = 0; i < n; ++i) points.emplace_back(random.between(0, 1000), random.between(0, 1000), random.between(0, 50));
+  for (int i = 0; i < n; ++i)
+    points.emplace_back(random.between(0, 1000), random.between(0, 1000), random.between(0, 50));
   return points;
 }
 
@@ -124,7 +125,8 @@ void addResults(Digest& digest, CEType& tin, Random& random) {
   digest.add(tin.getArea2D());
   digest.add(tin.getArea3D());
   const std::vector<double> range = tin.getRangeXY();
-  for (int i = 0; i < 10; ++i) digest.add(tin.getHeight(random.between(range[3], range[2]), random.between(range[1], range[0])));
+  for (int i = 0; i < 10; ++i)
+    digest.add(tin.getHeight(random.between(range[3], range[2]), random.between(range[1], range[0])));
   const std::unique_ptr<FillCutResult> result(tin.getFillCut(7.3));
   digest.add(result->getCutVolume());
   digest.add(result->getFillVolume());

@@ -1,8 +1,11 @@
 """Files that cannot be worked on: each is refused with exit status 1 and one line that says why."""
 
+import resource
+import signal
+import subprocess
 import unittest
 
-from orvikdtm import FAILED, TILTED, HostTest
+from orvikdtm import FAILED, PROGRAM, TILTED, HostTest
 
 REFUSED = [
     # file name, its contents (None: no such file), what the message says
@@ -25,6 +28,11 @@ REFUSED = [
     ("huge.csv", TILTED + "E,,1e400,2000,5\n", "huge.csv:5: the easting '1e400' is not a number"),
     ("binary.csv", bytes(range(256)) * 4, "binary.csv: holds no survey points"),
 ]
+
+
+def limit_file_size():
+    signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+    resource.setrlimit(resource.RLIMIT_FSIZE, (100, 100))
 
 
 class BadInput(HostTest):
@@ -52,10 +60,15 @@ class BadInput(HostTest):
                 run = self.run_host("volume", "absent.csv", "--level", "1", "--report", report)
                 self.assert_refused(run, FAILED, "the report cannot be written")
 
-    def test_a_full_disk(self):
+    def test_a_disk_that_fills_up(self):
+        """Stood in for by a limit on the size of files: the report is cut short after 100 bytes."""
         self.write("tilted.csv", TILTED)
-        run = self.run_host("volume", "tilted.csv", "--level", "1", "--report", "/dev/full")
-        self.assert_refused(run, FAILED, "/dev/full: the report could not be written")
+        run = subprocess.run([PROGRAM, "volume", "tilted.csv", "--level", "1", "--report", "r.txt"], cwd=self.folder,
+                             text=True, capture_output=True, timeout=60, check=False, preexec_fn=limit_file_size)
+        self.assert_refused(run, FAILED, "r.txt: the report could not be written in full")
+
+    def test_standard_output_that_cannot_be_written(self):
+        self.write("tilted.csv", TILTED)
         with open("/dev/full", "w", encoding="ascii") as full:
             run = self.run_host("info", "tilted.csv", stdout=full)
         self.assert_refused(run, FAILED, "standard output")

@@ -10,7 +10,7 @@ GOOD = (*VOLUME, "--level", "10", "--report", "r.txt")
 
 REFUSED = [
     # command line, what the message says
-    ((), "subcommand"),
+    ((), "A command, info or volume, is required"),
     (("measure",), "measure"),
     (("info",), "FILE"),
     (("info", "a.csv", "b.csv"), "b.csv"),

@@ -1,8 +1,8 @@
 // A stranger's program: it builds a TIN of its own points, asks for a height and measures a volume.
-#include <OrvikDTMAlgorithm/OrvikDTMAlgorithm.h>
-
 #include <iostream>
 #include <memory>
+
+#include <OrvikDTMAlgorithm/OrvikDTMAlgorithm.h>
 
 int main() {
   TPoint a(0, 0, 10), b(100, 0, 10), c(100, 50, 20), d(0, 50, 20);
