@@ -24,12 +24,16 @@ void addInfo(CLI::App& app, std::string& pointFile) {
 void addVolume(CLI::App& app, VolumeOrder& order) {
   CLI::App* command = app.add_subcommand("volume", "Compute fill and cut against a level and write a report");
   command->add_option("POINTS", order.pointFile, kPointFileHelp)->required();
-  command->add_option("--level", order.level, "Elevation to fill and cut to")->required();
-  command->add_option("--report", order.report, "Text file that the report is written to")->required();
-  command->add_option("--labels", order.labels,
-                      "Wording of the report, twelve texts separated by commas: title, surface, level, volumes,\n"
-                      "cut volume, fill volume, plan area, surface area, plan perimeter, surface perimeter,\n"
-                      "cut areas, fill areas; English when left out");
+  command->add_option("--level", order.level, "Elevation to fill and cut to")->required()->type_name("ELEVATION");
+  command->add_option("--report", order.report, "Text file that the report is written to")
+      ->required()
+      ->type_name("FILE");
+  command
+      ->add_option("--labels", order.labels,
+                   "Wording of the report, twelve texts separated by commas: title, surface, level, volumes,\n"
+                   "cut volume, fill volume, plan area, surface area, plan perimeter, surface perimeter,\n"
+                   "cut areas, fill areas; English when left out")
+      ->type_name("LABELS");
   command->footer("Example:\n  orvikdtm volume ground.csv --level 82.5 --report volume.txt");
   command->callback([&order] { volume(order); });
 }
