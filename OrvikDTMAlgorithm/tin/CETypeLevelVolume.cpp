@@ -44,9 +44,9 @@ struct Split {
 
 // The point at the level between `corner` and `lone`, whose heights above the level are given.
 TPoint crossing(const TPoint& corner, double above, const TPoint& lone, double loneAbove, double level) {
-  const double fraction = std::fabs(above) / (std::fabs(above) + std::fabs(loneAbove));
-  return {corner.getX() + (lone.getX() - corner.getX()) * fraction,
-          corner.getY() + (lone.getY() - corner.getY()) * fraction, level};
+  const double whole = std::fabs(above) + std::fabs(loneAbove);
+  return {corner.getX() + (lone.getX() - corner.getX()) * std::fabs(above) / whole,
+          corner.getY() + (lone.getY() - corner.getY()) * std::fabs(above) / whole, level};
 }
 
 // The lone corner is told by strict products, so a corner exactly in the level is never the lone one.

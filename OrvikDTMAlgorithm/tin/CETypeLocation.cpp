@@ -48,6 +48,7 @@ bool CEType::holds(int tri, const TPoint& p) const {
   Corners corners;
   if (!cornersOf(tri, corners)) return false;
   const Position point = detail::positionOf(p);
+  if (!std::isfinite(point.x) || !std::isfinite(point.y)) return false;
   const Position a = detail::positionOf(*corners.p1);
   const Position b = detail::positionOf(*corners.p2);
   const Position c = detail::positionOf(*corners.p3);

@@ -116,7 +116,8 @@ bool cornersInOrder(const Mesh& mesh, const Plane& plane, Number triangle, std::
     from[i] = onLeft ? edge.start : edge.end;
     to[i] = onLeft ? edge.end : edge.start;
   }
-  const std::size_t second = plane.same(from[1], to[0]) ? 1 : 2;
+  // Beside a repeated position two edges may start where the first ends; only one of them leads on to the third.
+  const std::size_t second = plane.same(from[1], to[0]) && plane.same(from[2], to[1]) ? 1 : 2;
   const std::size_t third = 3 - second;
   corner = {from[0], from[second], from[third]};
   return plane.same(to[0], from[second]) && plane.same(to[second], from[third]) && plane.same(to[third], from[0]);

@@ -1,0 +1,288 @@
+// The comparisons behind CheckedTIN.h.
+#include "CheckedTIN.h"
+
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <sstream>
+
+#include <OrvikDTMAlgorithm/tin/CEType.h>
+#include <OrvikDTMAlgorithm/tin/ConvexList.h>
+#include <OrvikDTMAlgorithm/tin/EList.h>
+#include <OrvikDTMAlgorithm/tin/PList.h>
+#include <OrvikDTMAlgorithm/tin/Surface.h>
+#include <OrvikDTMAlgorithm/tin/TConvex.h>
+#include <OrvikDTMAlgorithm/tin/TEdge.h>
+#include <OrvikDTMAlgorithm/tin/TList.h>
+#include <OrvikDTMAlgorithm/tin/TPoint.h>
+#include <OrvikDTMAlgorithm/tin/Triangle.h>
+#include <OrvikDTMAlgorithm/tin/verifyTIN.h>
+
+#include "TINSupport.h"
+
+namespace support {
+namespace {
+
+// Numbers that no run writes, so that a run that should have written them is noticed.
+constexpr int kUnwritten = -12345;
+constexpr int kMaxPointsAtStart = 100000;
+
+bool sameBits(double a, double b) { return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b); }
+
+// Coordinates for which the exact arithmetic on whole millimetres is meant.
+bool isOrdinary(const inputs::Positions& positions) {
+  constexpr double kLargestOrdinary = 1e9;
+  for (const inputs::Position& p : positions) {
+    if (std::fabs(p[0]) > kLargestOrdinary || std::fabs(p[1]) > kLargestOrdinary) return false;
+  }
+  return true;
+}
+
+bool hasNaN(const inputs::Position& p) { return std::isnan(p[0]) || std::isnan(p[1]); }
+
+class Difference {
+ public:
+  explicit operator bool() const { return !text_.empty(); }
+  const std::string& text() const { return text_; }
+
+  template <class... Parts>
+  void note(const Parts&... parts) {
+    if (!text_.empty()) return;
+    std::ostringstream out;
+    out.precision(17);
+    (out << ... << parts);
+    text_ = out.str();
+  }
+
+  template <class Value>
+  void expectEqual(const std::string& what, const Value& library, const Value& reference) {
+    if (library != reference) note(what, ": library ", library, ", reference ", reference);
+  }
+
+ private:
+  std::string text_;
+};
+
+// Sets the process-wide numbers to values that cannot come from a run, and puts usable ones back.
+class WatchedState {
+ public:
+  WatchedState() { Surface::MAXPOINTS = Surface::FLAG = kUnwritten; }
+  WatchedState(const WatchedState&) = delete;
+  WatchedState& operator=(const WatchedState&) = delete;
+  ~WatchedState() {
+    Surface::MAXPOINTS = kMaxPointsAtStart;
+    Surface::FLAG = 0;
+    Surface::COMPAREUNSHIFTED = 0;
+  }
+};
+
+// Where each point object of either side stands in the input, from 1.
+struct Numbering {
+  std::map<const TPoint*, int> library;
+  std::map<const literal::Point*, int> reference;
+
+  Numbering(const std::vector<TPoint*>& ours, const literal::Network& net) {
+    for (const TPoint* p : ours) library.emplace(p, static_cast<int>(library.size()) + 1);
+    for (const literal::Point& p : net.points) reference.emplace(&p, static_cast<int>(reference.size()) + 1);
+  }
+  int of(const TPoint* p) const { return library.contains(p) ? library.at(p) : 0; }
+  int of(const literal::Point* p) const { return reference.contains(p) ? reference.at(p) : 0; }
+};
+
+void compareEdges(const CEType& tin, const literal::Network& net, const Numbering& numbering, Difference& difference) {
+  EList* edges = tin.getEList();
+  difference.expectEqual("number of edges", edges->getListLen(), net.edges.length());
+  for (int k = 1; k <= net.edges.length() && !difference; ++k) {
+    const TEdge* e = edges->findByNum(edges, k);
+    const literal::Edge& r = net.edges[k];
+    const std::string name = "edge " + std::to_string(k);
+    difference.expectEqual(name + " start point", numbering.of(e->getStartPoint()), numbering.of(r.start));
+    difference.expectEqual(name + " end point", numbering.of(e->getEndPoint()), numbering.of(r.end));
+    difference.expectEqual(name + " left", e->getLeftT(), r.left);
+    difference.expectEqual(name + " right", e->getRightT(), r.right);
+  }
+}
+
+void compareTriangles(const CEType& tin, const literal::Network& net, Difference& difference) {
+  TList* triangles = tin.getTList();
+  difference.expectEqual("number of triangles", triangles->getListLen(), net.triangles.length());
+  for (int k = 1; k <= net.triangles.length() && !difference; ++k) {
+    const int* ours = triangles->findByNum(triangles, k)->getEno();
+    for (int i = 0; i < 3; ++i) {
+      difference.expectEqual("triangle " + std::to_string(k) + " edge " + std::to_string(i + 1), ours[i],
+                             net.triangles[k].edges[i]);
+    }
+  }
+}
+
+void compareHull(const CEType& tin, const literal::Network& net, Difference& difference) {
+  ConvexList* hull = tin.getCList();
+  difference.expectEqual("number of hull entries", hull->getListLen(), net.hull.length());
+  for (int k = 1; k <= net.hull.length() && !difference; ++k) {
+    difference.expectEqual("hull entry " + std::to_string(k), hull->findByNum(hull, k)->getEdgeNo(), net.hull[k]);
+  }
+}
+
+void compareLists(const CEType& tin, const literal::Network& net, const Numbering& numbering, Difference& difference) {
+  if (tin.getCList() == nullptr || tin.getEList() == nullptr || tin.getTList() == nullptr) {
+    difference.note("a list of the library's network is null");
+    return;
+  }
+  compareEdges(tin, net, numbering, difference);
+  compareTriangles(tin, net, difference);
+  compareHull(tin, net, difference);
+}
+
+// Coordinates of every input point; what holds a NaN takes no part and is not promised.
+void comparePoints(const OwnedPoints& points, const literal::Network& net, const inputs::Positions& positions,
+                   Difference& difference) {
+  for (std::size_t i = 0; i < positions.size() && !difference; ++i) {
+    if (hasNaN(positions[i])) continue;
+    const TPoint& p = *points[i];
+    const literal::Point& r = net.points[i];
+    if (!sameBits(p.getX(), r.x) || !sameBits(p.getY(), r.y)) {
+      difference.note("point ", i + 1, ": library (", p.getX(), ",", p.getY(), "), reference (", r.x, ",", r.y, ")");
+    }
+    if (!sameBits(p.getZ(), positions[i][2])) difference.note("point ", i + 1, ": its height has changed");
+  }
+}
+
+void compareOrder(const std::vector<TPoint*>& given, const literal::Network& net, const Numbering& numbering,
+                  Difference& difference) {
+  difference.expectEqual("length of the vector afterwards", given.size(), net.order.size());
+  for (std::size_t i = 0; i < given.size() && !difference; ++i) {
+    if (std::isnan(net.order[i]->x) || std::isnan(net.order[i]->y)) break;  // those come last, in no promised order
+    difference.expectEqual("vector position " + std::to_string(i + 1), numbering.of(given[i]),
+                           numbering.of(net.order[i]));
+  }
+}
+
+void compareState(const literal::Network& net, Difference& difference) {
+  if (!net.accepted.empty()) {
+    difference.expectEqual("MAXPOINTS", Surface::MAXPOINTS, net.maxPoints.value_or(kUnwritten));
+  }
+  difference.expectEqual("FLAG", Surface::FLAG, net.flag.value_or(kUnwritten));
+}
+
+void compareSweepOrder(PList* list, const literal::Network& net, const Numbering& numbering, Difference& difference) {
+  difference.expectEqual("length of the point list", list->getListLen(), static_cast<int>(net.sweep.size()));
+  for (int k = 1; k <= list->getListLen() && !difference; ++k) {
+    difference.expectEqual("sweep point " + std::to_string(k), numbering.of(list->findByNum(list, k)),
+                           numbering.of(net.sweep[static_cast<std::size_t>(k - 1)]));
+  }
+}
+
+void compareVerdict(const CEType& tin, const std::vector<TPoint*>& points, Difference& difference) {
+  const std::string fault = faultOf(tin, points);
+  const TINCheck check = verifyTIN(tin, points);
+  if (check.valid() != fault.empty()) {
+    difference.note("verifyTIN says '", toText(check), "', the exact check '", fault, "'");
+  }
+}
+
+void detachLists(CEType& tin) {
+  tin.setCList(nullptr);
+  tin.setEList(nullptr);
+  tin.setTList(nullptr);
+}
+
+// A list that gives its points back instead of releasing them.
+struct BorrowingList {
+  void operator()(PList* list) const {
+    list->setListData({});
+    delete list;
+  }
+};
+
+}  // namespace
+
+std::string checkedTIN(const inputs::Positions& positions, literal::Repeats repeats) {
+  const literal::Network net = literal::construct(positions, literal::Stop::AfterFlips, repeats);
+  const OwnedPoints points(positions);
+  std::vector<TPoint*> given = points.pointers();
+  const Numbering numbering(given, net);
+  Difference difference;
+
+  const WatchedState watched;
+  Surface::COMPAREUNSHIFTED = repeats == literal::Repeats::AgainstUnshifted ? 1 : 0;
+  const std::unique_ptr<CEType> tin(Surface::optimizeTIN(given));
+  if (net.null || tin == nullptr) return net.null == (tin == nullptr) ? "" : "one of the two gives no network at all";
+  compareState(net, difference);
+  compareOrder(given, net, numbering, difference);
+  compareLists(*tin, net, numbering, difference);
+  comparePoints(points, net, positions, difference);
+  if (!difference && isOrdinary(positions) && verifyTIN(*tin).valid()) {
+    difference.note(brokenInvariantOf(*tin, net.queueOverflowed));
+  }
+  return difference.text();
+}
+
+std::string checkedStages(const inputs::Positions& positions) {
+  const literal::Network net = literal::sweepOnly(positions);
+  const OwnedPoints points(positions);
+  std::vector<TPoint*> given = points.pointers();
+  const Numbering numbering(given, net);
+  Difference difference;
+
+  const WatchedState watched;
+  const std::unique_ptr<PList, BorrowingList> list(Surface::initPoins(given));
+  if (!given.empty()) difference.note("initPoins leaves points in the vector");
+  difference.expectEqual("initPoins gives null", list == nullptr, net.sweep.empty());
+  difference.expectEqual("MAXPOINTS", Surface::MAXPOINTS, net.maxPoints.value_or(kUnwritten));
+  if (difference || list == nullptr) return difference.text();
+  compareSweepOrder(list.get(), net, numbering, difference);
+
+  const std::unique_ptr<CEType> fan(Surface::initCET(list.get()));
+  difference.expectEqual("initCET gives null", fan == nullptr, net.null);
+  difference.expectEqual("FLAG", Surface::FLAG, net.flag.value_or(kUnwritten));
+  if (difference || fan == nullptr) return difference.text();
+  difference.expectEqual("triangles of the fan", triangleCount(*fan), *net.flag - 2);
+
+  const std::unique_ptr<CEType> tin(Surface::buildTIN(list.get(), fan.get()));
+  if (tin == nullptr) return "buildTIN gives null";
+  if (tin->getEList() != fan->getEList()) difference.note("buildTIN does not build on the lists that it was given");
+  detachLists(*fan);
+  compareLists(*tin, net, numbering, difference);
+  comparePoints(points, net, positions, difference);
+  if (!difference) compareVerdict(*tin, points.pointers(), difference);
+  return difference.text();
+}
+
+inputs::Positions sweptPositions(const inputs::Positions& positions) {
+  const literal::Network net = literal::construct(positions, literal::Stop::AfterSweep);
+  inputs::Positions result;
+  for (const literal::Point* p : net.accepted) result.push_back({p->x, p->y, p->z});
+  return result;
+}
+
+inputs::Positions minimised(inputs::Positions positions, std::string (*check)(const inputs::Positions&)) {
+  for (bool smaller = true; smaller;) {
+    smaller = false;
+    for (std::size_t i = 0; i < positions.size();) {
+      inputs::Positions fewer = positions;
+      fewer.erase(fewer.begin() + static_cast<std::ptrdiff_t>(i));
+      if (check(fewer).empty()) {
+        ++i;
+        continue;
+      }
+      positions = fewer;
+      smaller = true;
+    }
+  }
+  return positions;
+}
+
+std::string tableOf(const inputs::Positions& positions) {
+  constexpr std::size_t kLongestTable = 40;
+  std::ostringstream out;
+  out.precision(17);
+  for (std::size_t i = 0; i < positions.size() && i < kLongestTable; ++i) {
+    out << "{" << positions[i][0] << ", " << positions[i][1] << ", " << positions[i][2] << "},\n";
+  }
+  if (positions.size() > kLongestTable) out << "... " << positions.size() << " points\n";
+  return out.str();
+}
+
+}  // namespace support

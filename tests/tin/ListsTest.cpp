@@ -1,0 +1,173 @@
+// The numbered lists: what is refused, what is renumbered, what is shared and what is released.
+#include <OrvikDTMAlgorithm/tin/ConvexList.h>
+#include <OrvikDTMAlgorithm/tin/EList.h>
+#include <OrvikDTMAlgorithm/tin/PList.h>
+#include <OrvikDTMAlgorithm/tin/SLType.h>
+#include <OrvikDTMAlgorithm/tin/TConvex.h>
+#include <OrvikDTMAlgorithm/tin/TEdge.h>
+#include <OrvikDTMAlgorithm/tin/TList.h>
+#include <OrvikDTMAlgorithm/tin/TPoint.h>
+#include <OrvikDTMAlgorithm/tin/Triangle.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+TPoint* pointNumber(int x) { return new TPoint(x, 0, 0); }
+
+class ListOfThree : public testing::Test {
+ protected:
+  ListOfThree() {
+    for (int i = 0; i < 3; ++i) {
+      points_[i] = pointNumber(i + 1);
+      list_.add(&list_, points_[i]);
+    }
+  }
+
+  PList list_;
+  TPoint* points_[3];
+};
+
+TEST(SLType, NewListAcceptsAHundred) {
+  PList list;
+  EXPECT_EQ(list.getMaxlen(), 100);
+  EXPECT_EQ(list.getListLen(), 0);
+  for (int i = 0; i < 100; ++i) EXPECT_EQ(list.add(&list, pointNumber(i)), 1);
+  TPoint refused(0, 0, 0);
+  EXPECT_EQ(list.add(&list, &refused), 0);
+  EXPECT_EQ(list.getListLen(), 100);
+}
+
+TEST_F(ListOfThree, IsNumberedFromOne) {
+  EXPECT_EQ(list_.findByNum(&list_, 0), nullptr);
+  EXPECT_EQ(list_.findByNum(&list_, -1), nullptr);
+  EXPECT_EQ(list_.findByNum(&list_, 1), points_[0]);
+  EXPECT_EQ(list_.findByNum(&list_, 3), points_[2]);
+  EXPECT_EQ(list_.findByNum(&list_, 4), nullptr);
+}
+
+TEST_F(ListOfThree, FullListRefusesAndKeepsNothing) {
+  list_.setMaxlen(3);
+  TPoint* extra = pointNumber(4);
+  EXPECT_EQ(list_.add(&list_, extra), 0);
+  EXPECT_EQ(list_.insert(&list_, 1, extra), 0);
+  EXPECT_EQ(list_.getListLen(), 3);
+  delete extra;
+}
+
+TEST_F(ListOfThree, DeletionRenumbersWhatFollows) {
+  EXPECT_EQ(list_.deleteData(&list_, 0), 0);
+  EXPECT_EQ(list_.deleteData(&list_, 4), 0);
+  EXPECT_EQ(list_.deleteData(&list_, 1), 1);
+  EXPECT_EQ(list_.getListLen(), 2);
+  EXPECT_EQ(list_.findByNum(&list_, 1), points_[1]);
+  EXPECT_EQ(list_.findByNum(&list_, 2), points_[2]);
+}
+
+TEST_F(ListOfThree, InsertionMovesUp) {
+  TPoint* first = pointNumber(10);
+  TPoint* last = pointNumber(20);
+  EXPECT_EQ(list_.insert(&list_, 1, first), 1);
+  EXPECT_EQ(list_.insert(&list_, 5, last), 1);
+  EXPECT_EQ(list_.findByNum(&list_, 1), first);
+  EXPECT_EQ(list_.findByNum(&list_, 2), points_[0]);
+  EXPECT_EQ(list_.findByNum(&list_, 5), last);
+  TPoint* nowhere = pointNumber(30);
+  EXPECT_EQ(list_.insert(&list_, 0, nowhere), 0);
+  EXPECT_EQ(list_.insert(&list_, 7, nowhere), 0);
+  delete nowhere;
+}
+
+TEST_F(ListOfThree, SwitchesTwoPositions) {
+  EXPECT_EQ(list_.switchPos(&list_, 1, 1), &list_);
+  EXPECT_EQ(list_.findByNum(&list_, 1), points_[0]);
+  EXPECT_EQ(list_.switchPos(&list_, 0, 1), nullptr);
+  EXPECT_EQ(list_.switchPos(&list_, 1, 4), nullptr);
+  EXPECT_EQ(list_.findByNum(&list_, 1), points_[0]);
+  EXPECT_EQ(list_.switchPos(&list_, 1, 3), &list_);
+  EXPECT_EQ(list_.findByNum(&list_, 1), points_[2]);
+  EXPECT_EQ(list_.findByNum(&list_, 3), points_[0]);
+}
+
+TEST_F(ListOfThree, CopySharesTheElements) {
+  list_.setMaxlen(7);
+  PList copy(list_);
+  EXPECT_EQ(copy.getMaxlen(), 7);
+  EXPECT_EQ(copy.findByNum(&copy, 2), points_[1]);
+  copy.setListData({});
+  PList assigned;
+  assigned = list_;
+  EXPECT_EQ(assigned.findByNum(&assigned, 3), points_[2]);
+  assigned.setListData({});
+  EXPECT_EQ(list_.getListLen(), 3);
+}
+
+TEST_F(ListOfThree, DataIsACopyOfThePointers) {
+  std::vector<void*> data = list_.getListData();
+  data.pop_back();
+  EXPECT_EQ(list_.getListLen(), 3);
+  list_.setListData(data);
+  EXPECT_EQ(list_.getListLen(), 2);
+  delete points_[2];
+}
+
+TEST_F(ListOfThree, InitReleasesEverything) {
+  list_.init(&list_);
+  EXPECT_EQ(list_.getListLen(), 0);
+  EXPECT_EQ(list_.findByNum(&list_, 1), nullptr);
+}
+
+TEST(SLType, NullListHasNoElements) {
+  SLType list;
+  TPoint p(0, 0, 0);
+  EXPECT_EQ(list.add(nullptr, &p), 0);
+  EXPECT_EQ(list.insert(nullptr, 1, &p), 0);
+  EXPECT_EQ(list.deleteData(nullptr, 1), 0);
+  EXPECT_EQ(list.findByNum(nullptr, 1), nullptr);
+  EXPECT_EQ(list.switchPos(nullptr, 1, 1), nullptr);
+}
+
+TEST(TypedLists, FindTheirOwnElements) {
+  TPoint a(0, 0, 0);
+  TPoint b(1, 1, 1);
+  EList edges;
+  auto* edge = new TEdge(&a, &b);
+  edges.add(&edges, edge);
+  EXPECT_EQ(edges.findByNum(&edges, 1), edge);
+  EXPECT_EQ(edges.findByNum(&edges, 2), nullptr);
+
+  TList triangles;
+  const int three[3] = {1, 2, 3};
+  auto* triangle = new Triangle(three);
+  triangles.add(&triangles, triangle);
+  triangles.add(&triangles, nullptr);
+  EXPECT_EQ(triangles.findByNum(&triangles, 1), triangle);
+  EXPECT_EQ(triangles.findByNum(&triangles, 2), nullptr);
+
+  ConvexList hull;
+  auto* entry = new TConvex(5);
+  hull.add(&hull, entry);
+  EXPECT_EQ(hull.findByNum(&hull, 1), entry);
+  EXPECT_EQ(hull.findByNum(&hull, 0), nullptr);
+}
+
+TEST(TypedLists, DumpsChangeNothing) {
+  TPoint a(0, 0, 0);
+  TPoint b(1, 1, 1);
+  EList edges;
+  edges.getAllNode(&edges);
+  edges.add(&edges, new TEdge(&a, &b));
+  edges.getAllNode(&edges);
+  edges.getAllNode(nullptr);
+  EXPECT_EQ(edges.getListLen(), 1);
+  TList triangles;
+  const int three[3] = {1, 2, 3};
+  triangles.add(&triangles, new Triangle(three));
+  triangles.getAllNode(&triangles);
+  EXPECT_EQ(triangles.getListLen(), 1);
+  ConvexList hull;
+  hull.add(&hull, new TConvex(5));
+  hull.getAllNode(&hull);
+  EXPECT_EQ(hull.getListLen(), 1);
+}
+
+}  // namespace
