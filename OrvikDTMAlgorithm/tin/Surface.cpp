@@ -1,5 +1,3 @@
-#include <OrvikDTMAlgorithm/tin/Surface.h>
-
 #include <optional>
 #include <utility>
 
@@ -9,6 +7,7 @@
 #include <OrvikDTMAlgorithm/tin/Flips.h>
 #include <OrvikDTMAlgorithm/tin/Normalise.h>
 #include <OrvikDTMAlgorithm/tin/Publish.h>
+#include <OrvikDTMAlgorithm/tin/Surface.h>
 #include <OrvikDTMAlgorithm/tin/Sweep.h>
 #include <OrvikDTMAlgorithm/tin/SweepWatch.h>
 
