@@ -4,6 +4,8 @@
 // and a host with a `TPoint` of its own cannot collide with ours at link time.
 #pragma once
 
+#include <OrvikDTMAlgorithm/FloatingPoint.h>
+
 #if defined(ORVIKDTM_STATIC)
 #define ORVIKDTM_API
 #elif defined(_WIN32)

@@ -1,0 +1,34 @@
+# Installs the library with its public headers, the host program, the CMake package and the pkg-config file. The
+# installed tree can be moved as a whole: nothing in it names the place that it was installed to.
+include(CMakePackageConfigHelpers)
+
+install(TARGETS OrvikDTMAlgorithm EXPORT OrvikDTMAlgorithmTargets FILE_SET HEADERS)
+if(ORVIKDTM_BUILD_HOST)
+  install(TARGETS orvikdtm)
+endif()
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/OrvikDTMAlgorithm)
+install(EXPORT OrvikDTMAlgorithmTargets NAMESPACE OrvikDTMAlgorithm:: DESTINATION ${package_dir})
+configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/OrvikDTMAlgorithmConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/OrvikDTMAlgorithmConfig.cmake INSTALL_DESTINATION ${package_dir})
+# Before 1.0 a minor version may break its users.
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/OrvikDTMAlgorithmConfigVersion.cmake
+  COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/OrvikDTMAlgorithmConfig.cmake
+              ${PROJECT_BINARY_DIR}/OrvikDTMAlgorithmConfigVersion.cmake DESTINATION ${package_dir})
+
+set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
+  set(pkgconfig_prefix ${CMAKE_INSTALL_PREFIX})
+else()
+  file(RELATIVE_PATH up ${CMAKE_INSTALL_PREFIX}/${pkgconfig_dir} ${CMAKE_INSTALL_PREFIX})
+  set(pkgconfig_prefix "\${pcfiledir}/${up}")
+endif()
+cmake_path(ABSOLUTE_PATH CMAKE_INSTALL_LIBDIR BASE_DIRECTORY "\${prefix}" OUTPUT_VARIABLE pkgconfig_libdir)
+cmake_path(ABSOLUTE_PATH CMAKE_INSTALL_INCLUDEDIR BASE_DIRECTORY "\${prefix}" OUTPUT_VARIABLE pkgconfig_includedir)
+set(pkgconfig_cflags "-ffp-contract=off")
+if(NOT BUILD_SHARED_LIBS)
+  string(APPEND pkgconfig_cflags " -DORVIKDTM_STATIC")
+endif()
+configure_file(${CMAKE_CURRENT_LIST_DIR}/OrvikDTMAlgorithm.pc.in ${PROJECT_BINARY_DIR}/OrvikDTMAlgorithm.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/OrvikDTMAlgorithm.pc DESTINATION ${pkgconfig_dir})

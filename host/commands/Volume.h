@@ -1,0 +1,16 @@
+// `orvikdtm volume POINTS --level H --report OUT`: fill and cut of a surface against a level, and a text report of it.
+#pragma once
+
+#include <string>
+
+struct VolumeOrder {
+  std::string pointFile;
+  std::string level;
+  std::string report;
+  std::string labels;
+};
+
+// The report's wording in English: the twelve labels, separated by commas.
+extern const char* const kEnglishLabels;
+
+void volume(const VolumeOrder& order);

@@ -1,0 +1,104 @@
+"""`orvikdtm volume`."""
+
+import unittest
+
+from orvikdtm import SITE, TILTED, HostTest, values
+
+
+class Volume(HostTest):
+    def setUp(self):
+        super().setUp()
+        self.write("tilted.csv", TILTED)
+
+    def volume(self, level, *more, points="tilted.csv"):
+        return self.run_host("volume", points, "--level", level, "--report", "report.txt", *more)
+
+    def report(self):
+        return (self.folder / "report.txt").read_text(encoding="ascii")
+
+    def test_a_level_below_the_ground_is_all_cut(self):
+        run = self.volume("10")
+        self.assert_done(run)
+        self.assertEqual(values(run.stdout), {
+            "Surface": "tilted",
+            "Level": "10.000",
+            "Cut volume": "25000.000",  # a wedge: 100 by 50 by 10, halved
+            "Fill volume": "0.000",
+            "Cut plan area": "5000.000",
+            "Cut surface area": "5099.020",
+            "Fill plan area": "0.000",
+            "Fill surface area": "0.000",
+            "Report": "report.txt",
+        })
+
+    def test_a_level_through_the_ground_has_cut_and_fill(self):
+        run = self.volume("15")
+        self.assert_done(run)
+        printed = values(run.stdout)
+        self.assertEqual((printed["Cut volume"], printed["Fill volume"]), ("6250.000", "6250.000"))
+        self.assertEqual((printed["Cut plan area"], printed["Fill plan area"]), ("2500.000", "2500.000"))
+
+    def test_levels_may_be_negative_or_carry_a_plus(self):
+        for level, cut in (("-5", "100000.000"), ("+10.0", "25000.000"), ("1e1", "25000.000")):
+            with self.subTest(level=level):
+                run = self.volume(level)
+                self.assert_done(run)
+                self.assertEqual(values(run.stdout)["Cut volume"], cut)
+
+    def test_the_report_is_in_english_by_default(self):
+        self.assert_done(self.volume("10"))
+        self.assertEqual(self.report().split("\n"), [
+            "\t\tVolume report",
+            "",
+            f"{'Surface':20}{'tilted':20}",
+            f"{'Level':20}{'10.0000':20}",
+            "",
+            f"{'Volumes':20}",
+            f"{'Cut volume':20}{'25000.0000':20}",
+            f"{'Fill volume':20}{'0.0000':20}",
+            "",
+            f"{'Surface:':20}",
+            f"{'Plan area':20}{'5000.0000':20}",
+            f"{'Surface area':20}{'5099.0195':20}",
+            f"{'Plan perimeter':20}{'300.0000':20}",
+            f"{'Surface perimeter':20}{'301.9804':20}",
+            "",
+            f"{'Cut areas':20}",
+            f"{'Plan area':20}{'5000.0000':20}",
+            f"{'Surface area':20}{'5099.0195':20}",
+            "",
+            f"{'Fill areas':20}",
+            f"{'Plan area':20}{'0.0000':20}",
+            f"{'Surface area':20}{'0.0000':20}",
+            "",
+        ])
+
+    def test_the_report_takes_the_labels_that_it_is_given(self):
+        self.assert_done(self.volume("10", "--labels", "Bericht,Modell,Horizont,D,Abtrag,F,G,H,I,J,K,L"))
+        lines = self.report().split("\n")
+        self.assertEqual(lines[0], "\t\tBericht")
+        self.assertEqual(lines[3], f"{'Horizont':20}{'10.0000':20}")
+        self.assertEqual(lines[9], f"{'Modell:':20}")
+
+    def test_a_report_that_is_there_already_is_replaced(self):
+        self.write("report.txt", "x" * 5000)
+        self.assert_done(self.volume("10"))
+        self.assertNotIn("x", self.report())
+
+    def test_the_sample_site_adds_up(self):
+        """Cut and fill areas make up the whole, and a level 1 m lower has one layer of the site more to cut."""
+        def at(level):
+            run = self.volume(level, points=str(SITE / "ground.csv"))
+            self.assert_done(run)
+            return {label: float(text) for label, text in values(run.stdout).items() if " " in label}
+
+        high, low = at("78.5"), at("77.5")
+        area = high["Cut plan area"] + high["Fill plan area"]
+        self.assertGreater(min(high.values()), 1000.0)
+        self.assertAlmostEqual(low["Cut plan area"] + low["Fill plan area"], area, delta=0.01)
+        balance = (low["Cut volume"] - low["Fill volume"]) - (high["Cut volume"] - high["Fill volume"])
+        self.assertAlmostEqual(balance, area, delta=0.05)
+
+
+if __name__ == "__main__":
+    unittest.main()
