@@ -5,6 +5,7 @@
 // names nothing.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 inline namespace OrvikDTM {
@@ -36,6 +37,10 @@ bool readWholeFile(const char* path, std::string& contents);
 
 // Creates or empties a file and writes `text` to it with the platform's line breaks. True once the file is open.
 bool writeTextFile(const char* path, const std::string& text);
+
+// Asks for large pages behind [begin, begin + bytes) before it is first used: for arrays of many megabytes, being
+// handed their memory page by page costs as much as filling them. No more than advice.
+void preferLargePages(void* begin, std::size_t bytes);
 
 #if !defined(_WIN32)
 // The conversion behind the two above, between code sets by the names that iconv knows them by.

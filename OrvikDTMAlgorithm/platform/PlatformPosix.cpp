@@ -3,11 +3,13 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <ctime>
 #include <iconv.h>
 #include <langinfo.h>
 #include <memory>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -140,6 +142,19 @@ bool writeTextFile(const char* path, const std::string& text) {
   if (!file) return false;
   std::fwrite(text.data(), 1, text.size(), file.get());
   return true;
+}
+
+void preferLargePages(void* begin, std::size_t bytes) {
+#if defined(MADV_HUGEPAGE)
+  constexpr std::uintptr_t kLargePage = std::uintptr_t{1} << 21;
+  const auto address = reinterpret_cast<std::uintptr_t>(begin);
+  const std::uintptr_t first = (address + kLargePage - 1) & ~(kLargePage - 1);
+  const std::uintptr_t last = (address + bytes) & ~(kLargePage - 1);
+  if (first < last) madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+#else
+  static_cast<void>(begin);
+  static_cast<void>(bytes);
+#endif
 }
 
 }  // namespace detail

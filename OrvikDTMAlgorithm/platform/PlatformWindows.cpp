@@ -75,5 +75,7 @@ bool writeTextFile(const char* path, const std::string& text) {
   return true;
 }
 
+void preferLargePages(void* /*begin*/, std::size_t /*bytes*/) {}
+
 }  // namespace detail
 }  // namespace OrvikDTM

@@ -4,6 +4,7 @@
 
 #include <OrvikDTMAlgorithm/tin/CETypeElements.h>
 #include <OrvikDTMAlgorithm/tin/ConvexList.h>
+#include <OrvikDTMAlgorithm/tin/LargeArrays.h>
 #include <OrvikDTMAlgorithm/tin/PointHash.h>
 #include <OrvikDTMAlgorithm/tin/Prefetch.h>
 #include <OrvikDTMAlgorithm/tin/TConvex.h>
@@ -46,7 +47,7 @@ template <typename Length, typename Area>
 double CEType::sumOverTriangles(Length lengthOf, Area areaOf) const {
   constexpr double kNoEdge = -1.0;
   const int edgeCount = edgeList_ == nullptr ? 0 : edgeList_->getListLen();
-  std::vector<double> lengths(static_cast<std::size_t>(edgeCount) + 1, kNoEdge);
+  std::vector<double> lengths = detail::largeVector(static_cast<std::size_t>(edgeCount) + 1, kNoEdge);
   forEachEdge(edgeList_, [&](int number, const TEdge& edge) {
     lengths[static_cast<std::size_t>(number)] = lengthOf(*edge.getStartPoint(), *edge.getEndPoint());
   });

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include <OrvikDTMAlgorithm/tin/Delaunay.h>
+#include <OrvikDTMAlgorithm/tin/LargeArrays.h>
 #include <OrvikDTMAlgorithm/tin/QuadrantOrder.h>
 
 inline namespace OrvikDTM {
@@ -23,7 +24,7 @@ Number reversed(Number edge) { return edge ^ 1u; }
 // The half-edges of a growing triangulation. The numbers of deleted edges are used again.
 class HalfEdges {
  public:
-  void reserve(std::size_t edges) { halves_.reserve(2 * edges); }
+  void reserve(std::size_t edges) { reserveLarge(halves_, 2 * edges); }
 
   // The number of half-edges, deleted ones included.
   Number count() const { return static_cast<Number>(halves_.size()); }
@@ -62,10 +63,33 @@ class HalfEdges {
     free_.push_back(e & ~Number{1});
   }
 
-  // The even numbers of the deleted edges.
-  const std::vector<Number>& removed() const { return free_; }
+  // Gives the numbers of deleted edges to the last ones, so that none is left unused. `watched` is brought up to date.
+  void closeGaps(Number& watched) {
+    std::sort(free_.begin(), free_.end());
+    std::size_t firstGap = 0;
+    while (firstGap < free_.size()) {
+      const Number last = count() - 2;
+      if (free_.back() == last) {
+        free_.pop_back();
+      } else {
+        const Number gap = free_[firstGap++];
+        renumber(last, gap);
+        renumber(last + 1, gap + 1);
+        if ((watched & ~Number{1}) == last) watched = gap | (watched & 1u);
+      }
+      halves_.resize(last);
+    }
+    free_.clear();
+  }
 
  private:
+  void renumber(Number from, Number to) {
+    const HalfEdge h = halves_[from];
+    halves_[to] = h;
+    halves_[h.previous].next = to;
+    halves_[h.next].previous = to;
+  }
+
   void unlink(Number e) {
     const HalfEdge& h = halves_[e];
     halves_[h.previous].next = h.next;
@@ -83,11 +107,13 @@ class HalfEdges {
 template <typename Plane>
 class Zipper {
  public:
-  explicit Zipper(const Plane& plane) : plane_(plane), hullEdge_(plane.size()) { edges_.reserve(3 * plane.size()); }
+  explicit Zipper(const Plane& plane) : plane_(plane), hullEdge_(largeVector<Number>(plane.size())) {
+    edges_.reserve(3 * plane.size());
+  }
 
   void run() { lowest_ = build(0, plane_.size()).lowest; }
 
-  const HalfEdges& edges() const { return edges_; }
+  HalfEdges takeEdges() { return std::move(edges_); }
 
   // The hull edge that leaves the lowest, then leftmost point counter-clockwise.
   Number firstHullEdge() const { return hullEdge_[lowest_]; }
@@ -244,73 +270,58 @@ class Zipper {
   Number lowest_ = 0;
 };
 
-// Numbers what the half-edges describe by the conventions of a TIN.
+// Numbers what the half-edges, without gaps, describe by the conventions of a TIN.
 class MeshWriter {
  public:
   MeshWriter(const HalfEdges& halves, Number firstHullEdge)
-      : halves_(halves), triangleOf_(halves.count(), 0), firstHullEdge_(firstHullEdge) {}
-
-  Mesh write() {
-    for (const Number e : halves_.removed()) triangleOf_[e] = triangleOf_[e + 1] = kDeleted;
-    markHull();
-    numberTriangles();
+      : halves_(halves), triangleOf_(largeVector(halves.count(), kUnknown)) {
+    markHull(firstHullEdge);
+    writeTriangles();
     writeEdges();
-    return std::move(mesh_);
   }
 
+  Mesh takeMesh() { return std::move(mesh_); }
+
  private:
-  static constexpr Number kDeleted = 0xFFFFFFFFu;
-  static constexpr Number kOutside = 0xFFFFFFFEu;
+  static constexpr Number kUnknown = 0xFFFFFFFFu;
+  static constexpr Number kOutside = 0;
+
+  static Number numberOf(Number e) { return e / 2 + 1; }
 
   // The edge before e around the triangle on the left of e.
   Number before(Number e) const { return reversed(halves_.next(e)); }
 
-  void markHull() {
-    Number e = firstHullEdge_;
+  void markHull(Number firstHullEdge) {
+    Number e = firstHullEdge;
     do {
-      mesh_.hull.push_back(e);
+      mesh_.hull.push_back(numberOf(e));
       triangleOf_[reversed(e)] = kOutside;
       e = halves_.next(reversed(e));
-    } while (e != firstHullEdge_);
+    } while (e != firstHullEdge);
   }
 
-  void numberTriangles() {
-    const std::size_t live = halves_.count() / 2 - halves_.removed().size();
-    mesh_.triangles.reserve(1 + (2 * live - mesh_.hull.size()) / 3);
+  void writeTriangles() {
+    reserveLarge(mesh_.triangles, 1 + (halves_.count() - mesh_.hull.size()) / 3);
     for (Number e = 0; e < halves_.count(); ++e) {
-      if (triangleOf_[e] != 0) continue;
+      if (triangleOf_[e] != kUnknown) continue;
       const Number third = before(e);
       const Number second = before(third);
-      const Number number = mesh_.addTriangle(e, second, third);
+      const Number number = mesh_.addTriangle(numberOf(e), numberOf(second), numberOf(third));
       triangleOf_[e] = triangleOf_[second] = triangleOf_[third] = number;
     }
   }
 
-  Number triangleAt(Number e) const { return triangleOf_[e] == kOutside ? 0 : triangleOf_[e]; }
-
-  // Gives the edges that are left numbers without gaps, and puts these into the triangles and the hull in place of
-  // half-edges.
   void writeEdges() {
-    std::vector<Number> numberOf(halves_.count() / 2, 0);
-    mesh_.edges.reserve(1 + halves_.count() / 2 - halves_.removed().size());
+    reserveLarge(mesh_.edges, 1 + halves_.count() / 2);
     for (Number e = 0; e < halves_.count(); e += 2) {
-      if (triangleOf_[e] == kDeleted) continue;
       const Number forward = triangleOf_[e] == kOutside ? reversed(e) : e;
-      const Number number = mesh_.addEdge(halves_.origin(forward), halves_.end(forward));
-      mesh_.edges[number].left = triangleAt(forward);
-      mesh_.edges[number].right = triangleAt(reversed(forward));
-      numberOf[e / 2] = number;
+      mesh_.edges.push_back(
+          {halves_.origin(forward), halves_.end(forward), triangleOf_[forward], triangleOf_[reversed(forward)]});
     }
-    for (MeshTriangle& triangle : mesh_.triangles) {
-      for (Number& e : triangle.edge) e = numberOf[e / 2];
-    }
-    mesh_.triangles[0] = {};
-    for (Number& e : mesh_.hull) e = numberOf[e / 2];
   }
 
   const HalfEdges& halves_;
   std::vector<Number> triangleOf_;  // to the left of each half-edge
-  Number firstHullEdge_;
   Mesh mesh_;
 };
 
@@ -318,7 +329,10 @@ template <typename Plane>
 Mesh triangulate(const Plane& plane) {
   Zipper<Plane> zipper(plane);
   zipper.run();
-  return MeshWriter(zipper.edges(), zipper.firstHullEdge()).write();
+  Number firstHullEdge = zipper.firstHullEdge();
+  HalfEdges edges = zipper.takeEdges();
+  edges.closeGaps(firstHullEdge);
+  return MeshWriter(edges, firstHullEdge).takeMesh();
 }
 
 bool areCollinear(const std::vector<MillimetrePosition>& positions) {
@@ -340,7 +354,7 @@ void moveToCorner(std::vector<MillimetrePosition>& positions) {
 std::vector<Number> orderWithoutRepeats(std::vector<MillimetrePosition>& positions) {
   std::vector<Number> order = quadrantOrder(positions);
   std::vector<MillimetrePosition> ordered;
-  ordered.reserve(positions.size());
+  reserveLarge(ordered, positions.size());
   std::size_t kept = 0;
   for (const Number i : order) {
     if (!ordered.empty() && ordered.back() == positions[i]) continue;
@@ -359,7 +373,7 @@ bool isNear(const std::vector<MillimetrePosition>& positions) {
 
 std::vector<Position> asDoubles(const std::vector<MillimetrePosition>& positions) {
   std::vector<Position> result;
-  result.reserve(positions.size());
+  reserveLarge(result, positions.size());
   for (const MillimetrePosition& p : positions) result.push_back({static_cast<double>(p.x), static_cast<double>(p.y)});
   return result;
 }

@@ -4,6 +4,7 @@
 #include <mutex>
 #include <new>
 
+#include <OrvikDTMAlgorithm/platform/Platform.h>
 #include <OrvikDTMAlgorithm/tin/ElementBlocks.h>
 #include <OrvikDTMAlgorithm/tin/TConvex.h>
 #include <OrvikDTMAlgorithm/tin/TEdge.h>
@@ -25,6 +26,7 @@ class Blocks {
 
   void* allocate(std::size_t count, std::size_t size) {
     auto* begin = static_cast<std::byte*>(::operator new(count* size));
+    preferLargePages(begin, count * size);
     try {
       const std::lock_guard<std::mutex> lock(mutex_);
       blocks_.emplace(begin, Block{begin + count * size, count});

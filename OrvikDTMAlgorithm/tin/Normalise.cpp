@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include <OrvikDTMAlgorithm/report/NumberText.h>
+#include <OrvikDTMAlgorithm/tin/LargeArrays.h>
 #include <OrvikDTMAlgorithm/tin/Normalise.h>
 #include <OrvikDTMAlgorithm/tin/RadixSort.h>
 #include <OrvikDTMAlgorithm/tin/Repeats.h>
@@ -26,11 +27,11 @@ std::uint64_t sortKey(double v) {
 
 // The points, all of them usable, by y, then x; points at the same place keep their order.
 std::vector<TPoint*> fromLowest(const std::vector<TPoint*>& points) {
-  std::vector<KeyedNumber> byY(points.size());
+  std::vector<KeyedNumber> byY = largeVector<KeyedNumber>(points.size());
   for (Number i = 0; i < byY.size(); ++i) byY[i] = {sortKey(points[i]->getY()), i};
   radixSort(byY);
 
-  std::vector<TPoint*> sorted(points.size());
+  std::vector<TPoint*> sorted = largeVector<TPoint*>(points.size());
   std::vector<KeyedNumber> row;
   for (std::size_t first = 0; first < byY.size();) {
     row.clear();
@@ -62,7 +63,7 @@ NormalisedPoints normalise(std::vector<TPoint*>& points, bool compareUnshifted) 
 
   result.origin = positionOf(*sorted.front());
   std::vector<Position> rounded;
-  rounded.reserve(sorted.size());
+  reserveLarge(rounded, sorted.size());
   for (std::size_t i = 0; i < sorted.size(); ++i) {
     const Position p = positionOf(*sorted[i]);
     result.origin.x = std::min(result.origin.x, p.x);
@@ -71,9 +72,9 @@ NormalisedPoints normalise(std::vector<TPoint*>& points, bool compareUnshifted) 
 
   const std::vector<bool> isRepeat = findRepeats(rounded, result.origin, compareUnshifted);
   const bool countable = fitsMillimetres(rounded);
-  result.points.reserve(sorted.size());
-  result.positions.reserve(sorted.size());
-  if (countable) result.millimetres.reserve(sorted.size());
+  reserveLarge(result.points, sorted.size());
+  reserveLarge(result.positions, sorted.size());
+  if (countable) reserveLarge(result.millimetres, sorted.size());
   for (std::size_t i = 0; i < sorted.size(); ++i) {
     const Position& p = rounded[i];
     if (!isRepeat.empty() && isRepeat[i]) {

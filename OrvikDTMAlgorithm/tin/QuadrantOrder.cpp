@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include <OrvikDTMAlgorithm/tin/LargeArrays.h>
 #include <OrvikDTMAlgorithm/tin/QuadrantOrder.h>
 #include <OrvikDTMAlgorithm/tin/RadixSort.h>
 
@@ -36,14 +37,14 @@ bool fitsInterleaved(const std::vector<MillimetrePosition>& positions) {
 }  // namespace
 
 std::vector<Number> quadrantOrder(const std::vector<MillimetrePosition>& positions) {
-  std::vector<Number> order(positions.size());
+  std::vector<Number> order = largeVector<Number>(positions.size());
   if (!fitsInterleaved(positions)) {
     std::iota(order.begin(), order.end(), Number{0});
     std::stable_sort(order.begin(), order.end(),
                      [&positions](Number i, Number j) { return before(positions[i], positions[j]); });
     return order;
   }
-  std::vector<KeyedNumber> keys(positions.size());
+  std::vector<KeyedNumber> keys = largeVector<KeyedNumber>(positions.size());
   for (Number i = 0; i < keys.size(); ++i) {
     keys[i] = {spreadBits(static_cast<std::uint64_t>(positions[i].x)) |
                    (spreadBits(static_cast<std::uint64_t>(positions[i].y)) << 1),

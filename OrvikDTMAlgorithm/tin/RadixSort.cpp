@@ -3,6 +3,7 @@
 #include <bit>
 #include <utility>
 
+#include <OrvikDTMAlgorithm/tin/LargeArrays.h>
 #include <OrvikDTMAlgorithm/tin/RadixSort.h>
 
 inline namespace OrvikDTM {
@@ -53,7 +54,7 @@ void radixSort(std::vector<KeyedNumber>& items) {
   for (const KeyedNumber& item : items) differing |= item.key ^ items.front().key;
   const auto bits = static_cast<int>(std::bit_width(differing));
   const int lowest = std::max(bits - kSortedBits, 0);
-  std::vector<KeyedNumber> other(items.size());
+  std::vector<KeyedNumber> other = largeVector<KeyedNumber>(items.size());
   for (int shift = lowest; shift < bits; shift += kDigitBits) {
     if (digitOf(differing, shift) == 0) continue;
     scatter(items, other, shift);

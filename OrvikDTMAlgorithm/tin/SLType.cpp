@@ -1,6 +1,7 @@
 #include <utility>
 
 #include <OrvikDTMAlgorithm/tin/ElementBlocks.h>
+#include <OrvikDTMAlgorithm/tin/LargeArrays.h>
 #include <OrvikDTMAlgorithm/tin/SLType.h>
 
 inline namespace OrvikDTM {
@@ -17,7 +18,7 @@ SLType::~SLType() { detail::releaseElements(listData_); }
 
 void SLType::setMaxlen(int n) {
   maxlen_ = n;
-  if (n > 0) listData_.reserve(static_cast<std::size_t>(n));
+  if (n > 0) detail::reserveLarge(listData_, static_cast<std::size_t>(n));
 }
 
 void SLType::init(SLType* list) {

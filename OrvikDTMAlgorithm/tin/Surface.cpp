@@ -5,6 +5,7 @@
 #include <OrvikDTMAlgorithm/tin/Delaunay.h>
 #include <OrvikDTMAlgorithm/tin/FlipTests.h>
 #include <OrvikDTMAlgorithm/tin/Flips.h>
+#include <OrvikDTMAlgorithm/tin/LargeArrays.h>
 #include <OrvikDTMAlgorithm/tin/Normalise.h>
 #include <OrvikDTMAlgorithm/tin/Publish.h>
 #include <OrvikDTMAlgorithm/tin/Surface.h>
@@ -25,14 +26,6 @@ namespace {
 using detail::Number;
 using detail::Position;
 
-template <typename T>
-std::vector<T> reordered(const std::vector<T>& items, const std::vector<Number>& order) {
-  std::vector<T> result;
-  result.reserve(order.size());
-  for (const Number i : order) result.push_back(items[i]);
-  return result;
-}
-
 // A finished mesh, which of the accepted points each of its point indexes stands for, and where those points go.
 struct FinishedMesh {
   detail::Mesh mesh;
@@ -44,7 +37,7 @@ struct FinishedMesh {
 // coordinates are too large for that check, the sweep is taken as it is.
 std::optional<detail::Mesh> sweepInOrder(const detail::NormalisedPoints& normalised, const std::vector<Number>& order) {
   detail::Mesh mesh;
-  mesh.points = reordered(normalised.positions, order);
+  mesh.points = detail::reordered(normalised.positions, order);
   const Number fanEnd = detail::startFan(mesh);
   if (fanEnd == 0) return std::nullopt;
   Surface::FLAG = static_cast<int>(fanEnd);
@@ -52,7 +45,7 @@ std::optional<detail::Mesh> sweepInOrder(const detail::NormalisedPoints& normali
     detail::sweep(mesh, fanEnd, nullptr);
     return mesh;
   }
-  detail::SweepWatch watch(mesh, detail::MillimetrePlane(reordered(normalised.millimetres, order)));
+  detail::SweepWatch watch(mesh, detail::MillimetrePlane(detail::reordered(normalised.millimetres, order)));
   if (!detail::sweep(mesh, fanEnd, &watch)) return std::nullopt;
   return mesh;
 }
@@ -64,11 +57,11 @@ bool beginsWrong(const detail::NormalisedPoints& normalised) {
   if (normalised.points.size() < kWorthAsking || normalised.millimetres.empty()) return false;
   const std::vector<Number> order = detail::beginOfSweepOrder(normalised.positions);
   detail::Mesh mesh;
-  mesh.points = reordered(normalised.positions, order);
+  mesh.points = detail::reordered(normalised.positions, order);
   const Number fanEnd = detail::startFan(mesh);
   if (fanEnd == 0) return false;
   Surface::FLAG = static_cast<int>(fanEnd);
-  detail::SweepWatch watch(mesh, detail::MillimetrePlane(reordered(normalised.millimetres, order)));
+  detail::SweepWatch watch(mesh, detail::MillimetrePlane(detail::reordered(normalised.millimetres, order)));
   return !detail::beginSweep(mesh, fanEnd, watch);
 }
 
@@ -83,7 +76,7 @@ std::optional<FinishedMesh> buildBySweep(const detail::NormalisedPoints& normali
   detail::flipToDelaunay(*mesh);
 
   std::vector<Position> places;
-  places.reserve(mesh->points.size());
+  detail::reserveLarge(places, mesh->points.size());
   for (const Position& p : mesh->points) places.push_back({p.x + normalised.origin.x, p.y + normalised.origin.y});
   return FinishedMesh{std::move(*mesh), std::move(order), std::move(places)};
 }
@@ -94,7 +87,7 @@ std::optional<FinishedMesh> buildExactly(const detail::NormalisedPoints& normali
   detail::ExactTriangulation exact = detail::triangulateExactly(normalised.millimetres);
   if (exact.mesh.triangleCount() == 0) return std::nullopt;
   std::vector<Position> places;
-  places.reserve(exact.inputIndex.size());
+  detail::reserveLarge(places, exact.inputIndex.size());
   for (const Number i : exact.inputIndex) places.push_back(detail::inUnits(normalised.millimetres[i]));
   return FinishedMesh{std::move(exact.mesh), std::move(exact.inputIndex), std::move(places)};
 }
@@ -141,7 +134,7 @@ CEType* Surface::optimizeTIN(std::vector<TPoint*>& points) {
   if (!finished) finished = buildExactly(normalised);
   placePoints(normalised, finished);
   if (!finished) return detail::emptyTIN();
-  return detail::publishNew(finished->mesh, reordered(normalised.points, finished->order),
+  return detail::publishNew(finished->mesh, detail::reordered(normalised.points, finished->order),
                             detail::capacitiesFor(count));
 }
 
