@@ -105,6 +105,9 @@ class ORVIKDTM_API CEType {
   double getArea2D() const;
   double getArea3D() const;
 
+  // Both sums, in the time of one.
+  void getAreas(double* plan, double* spatial) const;
+
   // The length of the hull in plan and in space; 0 without a hull.
   double getTotalLength2D() const;
   double getTotalLength3D() const;
@@ -152,9 +155,6 @@ class ORVIKDTM_API CEType {
   WalkEnd walk(int start, const TPoint& p) const;
   double getHeightByNumXY(int tri, double x, double y) const;
   int countInfinite(double x, double y, double z) const;
-
-  template <typename Length, typename Area>
-  double sumOverTriangles(Length lengthOf, Area areaOf) const;
 
   void makeTriangle3List();
 

@@ -139,8 +139,11 @@ FillCutResult* CEType::getFillCut(double elevation) {
   result->setCutTwoDArea(cut.planArea);
   result->setCutThreeDArea(cut.spatialArea);
   result->setCutVolume(cut.volume);
-  result->setTwoDArea(getArea2D());
-  result->setThreeDArea(getArea3D());
+  double plan = 0.0;
+  double spatial = 0.0;
+  getAreas(&plan, &spatial);
+  result->setTwoDArea(plan);
+  result->setThreeDArea(spatial);
   result->setPerimeterTwoD(getTotalLength2D());
   result->setPerimeterThreeD(getTotalLength3D());
   return result.release();

@@ -1,5 +1,6 @@
 // Whole-surface figures: areas, hull lengths, heights, extent, and the points in use.
 #include <algorithm>
+#include <limits>
 #include <unordered_set>
 
 #include <OrvikDTMAlgorithm/tin/CETypeElements.h>
@@ -41,40 +42,51 @@ void forEachHullEdge(const ConvexList* hull, const EList* edges, Visit visit) {
 
 }  // namespace
 
-// The sum of areaOf(a, b, c) over all triangles, a, b and c being lengthOf(start, end) of the three edges. Every length
-// is worked out once, in the edges' order, as two triangles share it.
-template <typename Length, typename Area>
-double CEType::sumOverTriangles(Length lengthOf, Area areaOf) const {
+void CEType::getAreas(double* plan, double* spatial) const {
+  // Every length is worked out once, in the edges' order, as two triangles share it.
+  struct Lengths {
+    double plan;
+    double spatial;
+  };
   constexpr double kNoEdge = -1.0;
   const int edgeCount = edgeList_ == nullptr ? 0 : edgeList_->getListLen();
-  std::vector<double> lengths = detail::largeVector(static_cast<std::size_t>(edgeCount) + 1, kNoEdge);
-  forEachEdge(edgeList_, [&](int number, const TEdge& edge) {
-    lengths[static_cast<std::size_t>(number)] = lengthOf(*edge.getStartPoint(), *edge.getEndPoint());
+  auto lengths = detail::largeVector<Lengths>(static_cast<std::size_t>(edgeCount) + 1, {kNoEdge, kNoEdge});
+  forEachEdge(edgeList_, [&lengths](int number, const TEdge& edge) {
+    const TPoint& start = *edge.getStartPoint();
+    const TPoint& end = *edge.getEndPoint();
+    lengths[static_cast<std::size_t>(number)] = {detail::planDistance(start, end), detail::spatialDistance(start, end)};
   });
-  double sum = 0.0;
+  const auto lengthsOf = [&lengths](int number) -> const Lengths& {
+    const auto index = static_cast<std::size_t>(static_cast<unsigned>(number));
+    return lengths[index < lengths.size() ? index : 0];
+  };
+  *plan = 0.0;
+  *spatial = 0.0;
   for (int tri = 1; tri <= triangleCount(); ++tri) {
     const Triangle* triangle = triangleList_->findByNum(triangleList_, tri);
     if (triangle == nullptr) continue;
     const int* e = triangle->getEno();
-    const auto lengthAt = [&lengths](int number) {
-      const auto index = static_cast<std::size_t>(static_cast<unsigned>(number));
-      return index < lengths.size() ? lengths[index] : kNoEdge;
-    };
-    const double a = lengthAt(e[0]);
-    const double b = lengthAt(e[1]);
-    const double c = lengthAt(e[2]);
-    if (a != kNoEdge && b != kNoEdge && c != kNoEdge) sum += areaOf(a, b, c);
+    const Lengths& a = lengthsOf(e[0]);
+    const Lengths& b = lengthsOf(e[1]);
+    const Lengths& c = lengthsOf(e[2]);
+    if (a.plan == kNoEdge || b.plan == kNoEdge || c.plan == kNoEdge) continue;
+    *plan += detail::planArea(a.plan, b.plan, c.plan);
+    *spatial += detail::spatialArea(a.spatial, b.spatial, c.spatial);
   }
-  return sum;
 }
 
 double CEType::getArea2D() const {
-  return sumOverTriangles(detail::planDistance, [](double a, double b, double c) { return detail::planArea(a, b, c); });
+  double plan = 0.0;
+  double spatial = 0.0;
+  getAreas(&plan, &spatial);
+  return plan;
 }
 
 double CEType::getArea3D() const {
-  return sumOverTriangles(detail::spatialDistance,
-                          [](double a, double b, double c) { return detail::spatialArea(a, b, c); });
+  double plan = 0.0;
+  double spatial = 0.0;
+  getAreas(&plan, &spatial);
+  return spatial;
 }
 
 double CEType::getTotalLength2D() const {
@@ -90,17 +102,15 @@ double CEType::getTotalLength3D() const {
 }
 
 double* CEType::getMinMaxHeight() const {
+  double lowest = std::numeric_limits<double>::infinity();
+  double highest = -lowest;
   bool any = false;
-  double lowest = 0.0;
-  double highest = 0.0;
   forEachEdge(edgeList_, [&](int /*number*/, const TEdge& edge) {
-    for (const TPoint* p : {edge.getStartPoint(), edge.getEndPoint()}) {
-      lowest = any ? std::min(lowest, p->getZ()) : p->getZ();
-      highest = any ? std::max(highest, p->getZ()) : p->getZ();
-      any = true;
-    }
+    lowest = std::min({lowest, edge.getStartPoint()->getZ(), edge.getEndPoint()->getZ()});
+    highest = std::max({highest, edge.getStartPoint()->getZ(), edge.getEndPoint()->getZ()});
+    any = true;
   });
-  return new double[2]{lowest, highest};
+  return any ? new double[2]{lowest, highest} : new double[2]{0.0, 0.0};
 }
 
 std::vector<double> CEType::getRangeXY() const {

@@ -5,6 +5,7 @@
 #include <OrvikDTMAlgorithm/report/NumberText.h>
 #include <OrvikDTMAlgorithm/tin/LargeArrays.h>
 #include <OrvikDTMAlgorithm/tin/Normalise.h>
+#include <OrvikDTMAlgorithm/tin/Prefetch.h>
 #include <OrvikDTMAlgorithm/tin/RadixSort.h>
 #include <OrvikDTMAlgorithm/tin/Repeats.h>
 #include <OrvikDTMAlgorithm/tin/TPoint.h>
@@ -34,13 +35,18 @@ std::vector<TPoint*> fromLowest(const std::vector<TPoint*>& points) {
   std::vector<TPoint*> sorted = largeVector<TPoint*>(points.size());
   std::vector<KeyedNumber> row;
   for (std::size_t first = 0; first < byY.size();) {
-    row.clear();
-    std::size_t last = first;
-    for (; last < byY.size() && byY[last].key == byY[first].key; ++last) row.push_back({0, byY[last].number});
-    if (row.size() > 1) {
-      for (KeyedNumber& item : row) item.key = sortKey(points[item.number]->getX());
-      radixSort(row);
+    std::size_t last = first + 1;
+    while (last < byY.size() && byY[last].key == byY[first].key) ++last;
+    if (last - first == 1) {
+      sorted[first] = points[byY[first].number];
+      first = last;
+      continue;
     }
+    row.clear();
+    for (std::size_t i = first; i < last; ++i) {
+      row.push_back({sortKey(points[byY[i].number]->getX()), byY[i].number});
+    }
+    radixSort(row);
     for (const KeyedNumber& item : row) sorted[first++] = points[item.number];
   }
   return sorted;
@@ -65,6 +71,7 @@ NormalisedPoints normalise(std::vector<TPoint*>& points, bool compareUnshifted) 
   std::vector<Position> rounded;
   reserveLarge(rounded, sorted.size());
   for (std::size_t i = 0; i < sorted.size(); ++i) {
+    if (i + kPrefetchAhead < sorted.size()) prefetch(sorted[i + kPrefetchAhead]);
     const Position p = positionOf(*sorted[i]);
     result.origin.x = std::min(result.origin.x, p.x);
     rounded.push_back({roundThroughText(kDecimals, p.x), roundThroughText(kDecimals, p.y)});

@@ -7,6 +7,7 @@
 #include <OrvikDTMAlgorithm/tin/Flips.h>
 #include <OrvikDTMAlgorithm/tin/LargeArrays.h>
 #include <OrvikDTMAlgorithm/tin/Normalise.h>
+#include <OrvikDTMAlgorithm/tin/Prefetch.h>
 #include <OrvikDTMAlgorithm/tin/Publish.h>
 #include <OrvikDTMAlgorithm/tin/Surface.h>
 #include <OrvikDTMAlgorithm/tin/Sweep.h>
@@ -113,6 +114,9 @@ void placePoints(const detail::NormalisedPoints& normalised, const std::optional
   if (finished) {
     const std::vector<bool> isVertex = verticesOf(*finished);
     for (std::size_t i = 0; i < isVertex.size(); ++i) {
+      if (i + detail::kPrefetchAhead < isVertex.size()) {
+        detail::prefetch(normalised.points[finished->order[i + detail::kPrefetchAhead]]);
+      }
       if (!isVertex[i]) continue;
       place(*normalised.points[finished->order[i]], finished->places[i]);
       isPlaced[finished->order[i]] = true;
