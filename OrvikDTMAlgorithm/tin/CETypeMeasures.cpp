@@ -44,7 +44,7 @@ void forEachHullEdge(const ConvexList* hull, const EList* edges, Visit visit) {
 // is worked out once, in the edges' order, as two triangles share it.
 template <typename Length, typename Area>
 double CEType::sumOverTriangles(Length lengthOf, Area areaOf) const {
-  constexpr double kNoEdge = -1.0;
+  static constexpr double kNoEdge = -1.0;
   const int edgeCount = edgeList_ == nullptr ? 0 : edgeList_->getListLen();
   std::vector<double> lengths(static_cast<std::size_t>(edgeCount) + 1, kNoEdge);
   forEachEdge(edgeList_, [&](int number, const TEdge& edge) {
