@@ -44,6 +44,11 @@ class Random {
   double between(double low, double high) { return low + (high - low) * unit(); }
   int below(int n) { return static_cast<int>(unit() * n); }
 
+  // Braces, here and below: they draw from left to right, while compilers differ about the arguments of a call.
+  TPoint inBox(double x0, double x1, double y0, double y1, double z1) {
+    return TPoint{between(x0, x1), between(y0, y1), between(0, z1)};
+  }
+
  private:
   std::uint64_t state_;
 };
@@ -52,8 +57,7 @@ using Points = std::vector<TPoint>;
 
 Points scattered(Random& random, int n) {
   Points points;
-  for (int i = 0; i < n; ++i)
-    points.emplace_back(random.between(0, 1000), random.between(0, 1000), random.between(0, 50));
+  for (int i = 0; i < n; ++i) points.push_back(random.inBox(0, 1000, 0, 1000, 50));
   return points;
 }
 
@@ -61,7 +65,9 @@ Points scattered(Random& random, int n) {
 Points gridded(Random& random, int n) {
   const int side = 2 + static_cast<int>(std::sqrt(n));
   Points points;
-  for (int i = 0; i < n; ++i) points.emplace_back(10 * random.below(side), 10 * random.below(side), random.below(20));
+  for (int i = 0; i < n; ++i) {
+    points.push_back(TPoint{10.0 * random.below(side), 10.0 * random.below(side), 1.0 * random.below(20)});
+  }
   return points;
 }
 
@@ -80,9 +86,9 @@ Points collinear(Random& random, int n) {
   const int lines = 1 + random.below(3);
   for (int i = 0; i < n - 1; ++i) {
     const double along = random.below(4 * n);
-    points.emplace_back(along, 0.5 * along + 100.0 * random.below(lines), random.between(0, 9));
+    points.push_back(TPoint{along, 0.5 * along + 100.0 * random.below(lines), random.between(0, 9)});
   }
-  points.emplace_back(random.between(0, 100), 1000.0, 5.0);
+  points.push_back(TPoint{random.between(0, 100), 1000.0, 5.0});
   return points;
 }
 
@@ -92,7 +98,7 @@ Points repeated(Random& random, int n) {
   while (static_cast<int>(points.size()) < n) {
     const TPoint p = points[static_cast<std::size_t>(random.below(static_cast<int>(points.size())))];
     const double off = random.below(2) == 0 ? 0.0 : 0.001 * random.below(9);
-    points.emplace_back(p.getX() + off, p.getY() - off, p.getZ());
+    points.push_back(TPoint{p.getX() + off, p.getY() - off, p.getZ()});
   }
   return points;
 }
@@ -125,8 +131,10 @@ void addResults(Digest& digest, CEType& tin, Random& random) {
   digest.add(tin.getArea2D());
   digest.add(tin.getArea3D());
   const std::vector<double> range = tin.getRangeXY();
-  for (int i = 0; i < 10; ++i)
-    digest.add(tin.getHeight(random.between(range[3], range[2]), random.between(range[1], range[0])));
+  for (int i = 0; i < 10; ++i) {
+    const TPoint place = random.inBox(range[3], range[2], range[1], range[0], 0);
+    digest.add(tin.getHeight(place.getX(), place.getY()));
+  }
   const std::unique_ptr<FillCutResult> result(tin.getFillCut(7.3));
   digest.add(result->getCutVolume());
   digest.add(result->getFillVolume());
