@@ -92,10 +92,9 @@ def print_table(rows):
     for number, row in enumerate(rows):
         cells = [row[0].ljust(widths[0])]
         cells += [cell.rjust(width) for cell, width in zip(row[1:-1], widths[1:-1])]
-        cells.append(row[-1].ljust(widths[-1]))
-        print(("| " + " | ".join(cells)).rstrip() + " |")
+        print("| " + " | ".join(cells + [row[-1]]) + " |")
         if number == 0:
-            marks = ["-" * widths[0]] + ["-" * (width - 1) + ":" for width in widths[1:-1]] + ["-" * widths[-1]]
+            marks = ["-" * widths[0]] + ["-" * (width - 1) + ":" for width in widths[1:-1]] + ["---"]
             print("| " + " | ".join(marks) + " |")
 
 
