@@ -217,43 +217,48 @@ class Zipper {
     return bridge;
   }
 
+  // An edge of one part at an end of the bridge, and whether it leads above the bridge.
+  struct Candidate {
+    Number edge;
+    bool rises;
+  };
+
   // Adds edges between the parts from the bridge upward, each time to the point whose circle through the last edge is
   // empty, and deletes the edges that such circles cross. Returns the last edge, from right to left.
   Number zipUpward(Number bridge) {
     Number right = edges_.origin(bridge);
     Number left = edges_.end(bridge);
     for (;;) {
-      const Number onLeft = candidate<&HalfEdges::next>(edges_.next(reversed(bridge)), left, right);
-      const Number onRight = candidate<&HalfEdges::previous>(edges_.previous(bridge), left, right);
-      const bool leftRises = plane_.turnsLeft(edges_.end(onLeft), left, right);
-      const bool rightRises = plane_.turnsLeft(edges_.end(onRight), left, right);
-      if (!leftRises && !rightRises) return bridge;
-      const bool takeRight =
-          !leftRises || (rightRises && plane_.circleContains(edges_.end(onLeft), left, right, edges_.end(onRight)));
-      if (takeRight) {
-        const Number rung = edges_.add(edges_.end(onRight), left);
-        edges_.putAfter(edges_.previous(reversed(onRight)), rung);
+      const Candidate onLeft = candidate<&HalfEdges::next>(edges_.next(reversed(bridge)), left, right);
+      const Candidate onRight = candidate<&HalfEdges::previous>(edges_.previous(bridge), left, right);
+      if (!onLeft.rises && !onRight.rises) return bridge;
+      if (!onLeft.rises ||
+          (onRight.rises && plane_.circleContains(edges_.end(onLeft.edge), left, right, edges_.end(onRight.edge)))) {
+        right = edges_.end(onRight.edge);
+        const Number rung = edges_.add(right, left);
+        edges_.putAfter(edges_.previous(reversed(onRight.edge)), rung);
         edges_.putAfter(reversed(bridge), reversed(rung));
-        right = edges_.origin(rung);
         bridge = rung;
       } else {
-        const Number rung = edges_.add(right, edges_.end(onLeft));
+        left = edges_.end(onLeft.edge);
+        const Number rung = edges_.add(right, left);
         edges_.putAfter(edges_.previous(bridge), rung);
-        edges_.putAfter(reversed(onLeft), reversed(rung));
-        left = edges_.end(rung);
+        edges_.putAfter(reversed(onLeft.edge), reversed(rung));
         bridge = rung;
       }
     }
   }
 
   // From edge e of one part, next to the bridge right -> left, turns away from the bridge, deleting edges, until the
-  // circle through the bridge and the edge's end does not contain the end of the edge behind it.
+  // circle through the bridge and the edge's end does not contain the end of the edge behind it. That end, if
+  // contained, lies above the bridge too: some circle through the bridge is empty, and what the present one contains
+  // beyond it is above.
   template <Number (HalfEdges::*Turn)(Number) const>
-  Number candidate(Number e, Number left, Number right) {
-    if (!plane_.turnsLeft(edges_.end(e), left, right)) return e;
+  Candidate candidate(Number e, Number left, Number right) {
+    if (!plane_.turnsLeft(edges_.end(e), left, right)) return {e, false};
     for (;;) {
       const Number behind = (edges_.*Turn)(e);
-      if (!plane_.circleContains(left, right, edges_.end(e), edges_.end(behind))) return e;
+      if (!plane_.circleContains(left, right, edges_.end(e), edges_.end(behind))) return {e, true};
       edges_.remove(e);
       e = behind;
     }

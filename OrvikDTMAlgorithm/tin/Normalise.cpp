@@ -26,28 +26,31 @@ std::uint64_t sortKey(double v) {
   return (bits & kSign) != 0 ? ~bits : bits | kSign;
 }
 
+// A point and where it was surveyed: points lie anywhere in memory, so they are read once.
+struct SurveyedPoint {
+  Position position;
+  TPoint* point;
+};
+
 // The points, all of them usable, by y, then x; points at the same place keep their order.
-std::vector<TPoint*> fromLowest(const std::vector<TPoint*>& points) {
+std::vector<SurveyedPoint> fromLowest(const std::vector<TPoint*>& points) {
   std::vector<KeyedNumber> byY = largeVector<KeyedNumber>(points.size());
   for (Number i = 0; i < byY.size(); ++i) byY[i] = {sortKey(points[i]->getY()), i};
   radixSort(byY);
 
-  std::vector<TPoint*> sorted = largeVector<TPoint*>(points.size());
-  std::vector<KeyedNumber> row;
-  for (std::size_t first = 0; first < byY.size();) {
-    std::size_t last = first + 1;
-    while (last < byY.size() && byY[last].key == byY[first].key) ++last;
-    if (last - first == 1) {
-      sorted[first] = points[byY[first].number];
-      first = last;
-      continue;
-    }
-    row.clear();
-    for (std::size_t i = first; i < last; ++i) {
-      row.push_back({sortKey(points[byY[i].number]->getX()), byY[i].number});
-    }
-    radixSort(row);
-    for (const KeyedNumber& item : row) sorted[first++] = points[item.number];
+  std::vector<SurveyedPoint> sorted;
+  reserveLarge(sorted, points.size());
+  for (std::size_t i = 0; i < byY.size(); ++i) {
+    if (i + kPrefetchAhead < byY.size()) prefetch(points[byY[i + kPrefetchAhead].number]);
+    TPoint* point = points[byY[i].number];
+    sorted.push_back({positionOf(*point), point});
+  }
+  const auto byX = [](const SurveyedPoint& a, const SurveyedPoint& b) { return a.position.x < b.position.x; };
+  for (auto first = sorted.begin(); first != sorted.end();) {
+    auto last = first + 1;
+    while (last != sorted.end() && last->position.y == first->position.y) ++last;
+    sortStably(first, last, byX);
+    first = last;
   }
   return sorted;
 }
@@ -63,16 +66,15 @@ bool fitsMillimetres(const std::vector<Position>& rounded) {
 NormalisedPoints normalise(std::vector<TPoint*>& points, bool compareUnshifted) {
   NormalisedPoints result;
   const auto firstUnusable = std::stable_partition(points.begin(), points.end(), usable);
-  std::vector<TPoint*> sorted = fromLowest({points.begin(), firstUnusable});
-  std::copy(sorted.begin(), sorted.end(), points.begin());
+  const std::vector<SurveyedPoint> sorted = fromLowest({points.begin(), firstUnusable});
   if (sorted.empty()) return result;
 
-  result.origin = positionOf(*sorted.front());
+  result.origin = sorted.front().position;
   std::vector<Position> rounded;
   reserveLarge(rounded, sorted.size());
   for (std::size_t i = 0; i < sorted.size(); ++i) {
-    if (i + kPrefetchAhead < sorted.size()) prefetch(sorted[i + kPrefetchAhead]);
-    const Position p = positionOf(*sorted[i]);
+    const Position& p = sorted[i].position;
+    points[i] = sorted[i].point;
     result.origin.x = std::min(result.origin.x, p.x);
     rounded.push_back({roundThroughText(kDecimals, p.x), roundThroughText(kDecimals, p.y)});
   }
@@ -85,10 +87,10 @@ NormalisedPoints normalise(std::vector<TPoint*>& points, bool compareUnshifted) 
   for (std::size_t i = 0; i < sorted.size(); ++i) {
     const Position& p = rounded[i];
     if (!isRepeat.empty() && isRepeat[i]) {
-      result.repeats.push_back({sorted[i], p});
+      result.repeats.push_back({sorted[i].point, p});
       continue;
     }
-    result.points.push_back(sorted[i]);
+    result.points.push_back(sorted[i].point);
     result.positions.push_back({p.x - result.origin.x, p.y - result.origin.y});
     if (countable) result.millimetres.push_back(inMillimetres(p));
   }

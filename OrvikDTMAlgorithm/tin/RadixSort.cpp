@@ -38,7 +38,7 @@ void sortRuns(std::vector<KeyedNumber>& items, int shift) {
   for (auto first = items.begin(); first != items.end();) {
     const auto last =
         std::find_if(first, items.end(), [&](const KeyedNumber& k) { return k.key >> shift != first->key >> shift; });
-    if (!std::is_sorted(first, last, byKey)) std::stable_sort(first, last, byKey);
+    sortStably(first, last, byKey);
     first = last;
   }
 }
@@ -47,7 +47,7 @@ void sortRuns(std::vector<KeyedNumber>& items, int shift) {
 
 void radixSort(std::vector<KeyedNumber>& items) {
   if (items.size() < kFewItems) {
-    std::stable_sort(items.begin(), items.end(), byKey);
+    sortStably(items.begin(), items.end(), byKey);
     return;
   }
   std::uint64_t differing = 0;

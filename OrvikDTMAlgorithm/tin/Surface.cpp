@@ -66,6 +66,15 @@ bool beginsWrong(const detail::NormalisedPoints& normalised) {
   return !detail::beginSweep(mesh, fanEnd, watch);
 }
 
+std::vector<bool> verticesOf(const detail::Mesh& mesh) {
+  std::vector<bool> isVertex(mesh.points.size(), false);
+  for (Number edge = 1; edge <= mesh.edgeCount(); ++edge) {
+    isVertex[mesh.edges[edge].start] = true;
+    isVertex[mesh.edges[edge].end] = true;
+  }
+  return isVertex;
+}
+
 // The sweep's triangulation with its edges flipped; nothing when the points have no sweep order or the sweep is not
 // valid.
 std::optional<FinishedMesh> buildBySweep(const detail::NormalisedPoints& normalised) {
@@ -76,9 +85,12 @@ std::optional<FinishedMesh> buildBySweep(const detail::NormalisedPoints& normali
   if (!mesh) return std::nullopt;
   detail::flipToDelaunay(*mesh);
 
-  std::vector<Position> places;
-  detail::reserveLarge(places, mesh->points.size());
-  for (const Position& p : mesh->points) places.push_back({p.x + normalised.origin.x, p.y + normalised.origin.y});
+  std::vector<Position> places = mesh->points;
+  const std::vector<bool> isVertex = verticesOf(*mesh);
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    // What the sweep has passed over stays relative to the origin.
+    if (isVertex[i]) places[i] = {places[i].x + normalised.origin.x, places[i].y + normalised.origin.y};
+  }
   return FinishedMesh{std::move(*mesh), std::move(order), std::move(places)};
 }
 
@@ -93,37 +105,27 @@ std::optional<FinishedMesh> buildExactly(const detail::NormalisedPoints& normali
   return FinishedMesh{std::move(exact.mesh), std::move(exact.inputIndex), std::move(places)};
 }
 
-std::vector<bool> verticesOf(const FinishedMesh& finished) {
-  std::vector<bool> isVertex(finished.order.size(), false);
-  for (Number edge = 1; edge <= finished.mesh.edgeCount(); ++edge) {
-    isVertex[finished.mesh.edges[edge].start] = true;
-    isVertex[finished.mesh.edges[edge].end] = true;
-  }
-  return isVertex;
-}
-
 void place(TPoint& point, const Position& position) {
   point.setX(position.x);
   point.setY(position.y);
 }
 
-// Rounds the points in place. What is no vertex stays relative to the origin if it was accepted.
+// Gives the points their final coordinates. Accepted points that are not in the mesh stay relative to the origin.
 void placePoints(const detail::NormalisedPoints& normalised, const std::optional<FinishedMesh>& finished) {
   for (const detail::PlacedPoint& repeat : normalised.repeats) place(*repeat.point, repeat.place);
-  std::vector<bool> isPlaced(normalised.points.size(), false);
-  if (finished) {
-    const std::vector<bool> isVertex = verticesOf(*finished);
-    for (std::size_t i = 0; i < isVertex.size(); ++i) {
-      if (i + detail::kPrefetchAhead < isVertex.size()) {
-        detail::prefetch(normalised.points[finished->order[i + detail::kPrefetchAhead]]);
-      }
-      if (!isVertex[i]) continue;
-      place(*normalised.points[finished->order[i]], finished->places[i]);
-      isPlaced[finished->order[i]] = true;
+  const std::size_t placed = finished ? finished->order.size() : 0;
+  for (std::size_t i = 0; i < placed; ++i) {
+    if (i + detail::kPrefetchAhead < placed) {
+      detail::prefetch(normalised.points[finished->order[i + detail::kPrefetchAhead]]);
     }
+    place(*normalised.points[finished->order[i]], finished->places[i]);
   }
-  for (std::size_t i = 0; i < isPlaced.size(); ++i) {
-    if (!isPlaced[i]) place(*normalised.points[i], normalised.positions[i]);
+  if (placed == normalised.points.size()) return;
+
+  std::vector<bool> isInMesh(normalised.points.size(), false);
+  for (std::size_t i = 0; i < placed; ++i) isInMesh[finished->order[i]] = true;
+  for (std::size_t i = 0; i < isInMesh.size(); ++i) {
+    if (!isInMesh[i]) place(*normalised.points[i], normalised.positions[i]);
   }
 }
 
