@@ -1,46 +1,53 @@
-#include <array>
-#include <cstddef>
+#include <utility>
 
+#include <OrvikDTMAlgorithm/tin/FlipFilter.h>
+#include <OrvikDTMAlgorithm/tin/FlipQueue.h>
 #include <OrvikDTMAlgorithm/tin/FlipTests.h>
 #include <OrvikDTMAlgorithm/tin/Flips.h>
+#include <OrvikDTMAlgorithm/tin/FlipsByPosition.h>
 
 inline namespace OrvikDTM {
 namespace detail {
 
 namespace {
 
-// First in, first out, over an array that is not wrapped round: once kLimit edges have been offered since the last
-// reset, further ones are dropped. That bounds the work for one edge, and with it the whole stage: in cocircular points
-// far from the origin rounding can make flips go round in a circle for ever.
-class FlipQueue {
- public:
-  FlipQueue() : edges_(kLimit) {}
+// An edge is two half-edges, 2 n along it and 2 n + 1 against it, so that a flip finds all that it changes without a
+// search. Each has its triangle on its left.
+Number edgeOf(Number half) { return half / 2; }
+Number twin(Number half) { return half ^ 1; }
 
-  void offer(Number edge) {
-    if (tail_ < kLimit) edges_[tail_++] = edge;
-  }
-
-  bool empty() const { return head_ == tail_; }
-  Number take() { return edges_[head_++]; }
-  void reset() { head_ = tail_ = 0; }
-
- private:
-  static constexpr std::size_t kLimit = 200000;
-
-  std::vector<Number> edges_;
-  std::size_t head_ = 0;
-  std::size_t tail_ = 0;
+// One side of an edge: the triangle there, 0 for none, its corner off the edge, and the half-edges that follow and
+// precede this one around it. The size of a quarter of a cache line, and never across two.
+struct alignas(16) Half {
+  Number triangle;
+  Number apex;
+  Number next;
+  Number previous;
 };
 
-// An outer edge of the two triangles, as it leaves one end of their common edge.
-struct OuterEdge {
-  Number number;
-  bool outward;  // it starts at that end of the common edge
+// The points that the two half-edges of an edge start from. It is settled once the tests have said no: they say no
+// again until one of its two triangles has changed.
+struct Ends {
+  Number origin[2];
+  bool settled;
 };
 
 class Flipper {
  public:
-  explicit Flipper(Mesh& mesh) : mesh_(mesh), settled_(mesh.edges.size(), false) {}
+  Flipper(Mesh& mesh, const FlipFilter& filter)
+      : mesh_(mesh),
+        points_(mesh.points.data()),
+        filter_(filter),
+        ends_(mesh.edges.size()),
+        halves_(2 * mesh.edges.size()) {
+    for (Number edge = 1; edge <= mesh.edgeCount(); ++edge) {
+      ends_[edge] = {{mesh.edges[edge].start, mesh.edges[edge].end}, false};
+    }
+    for (Number triangle = 1; triangle <= mesh.triangleCount(); ++triangle) addTriangle(triangle);
+  }
+
+  // Whether the sides of the mesh's edges fit together: going round each triangle with it on the left leads back.
+  bool closes() const { return closes_; }
 
   void run() {
     for (Number edge = 1; edge <= mesh_.edgeCount(); ++edge) {
@@ -48,77 +55,98 @@ class Flipper {
       while (!queue_.empty()) visit(queue_.take());
       queue_.reset();
     }
+    for (Number edge = 1; edge <= mesh_.edgeCount(); ++edge) {
+      const Number* origin = ends_[edge].origin;
+      mesh_.edges[edge] = {origin[0], origin[1], halves_[2 * edge].triangle, halves_[2 * edge + 1].triangle};
+    }
   }
 
  private:
-  // What lies on one side of the common edge b-c: the edge to b, the edge to c, and the corner where they meet.
-  struct Wing {
-    OuterEdge bEdge;
-    OuterEdge cEdge;
-    Number corner;
-  };
+  Number originOf(Number half) const { return ends_[edgeOf(half)].origin[half & 1]; }
+  bool follows(Number second, Number first) const { return originOf(second) == originOf(twin(first)); }
 
-  // A test that has said no says no again until one of the edge's two triangles has changed.
+  Number halfBeside(Number edge, Number triangle) const {
+    return mesh_.edges[edge].left == triangle ? 2 * edge : 2 * edge + 1;
+  }
+
+  void addTriangle(Number triangle) {
+    const Number* edge = mesh_.triangles[triangle].edge;
+    const Number first = halfBeside(edge[0], triangle);
+    Number second = halfBeside(edge[1], triangle);
+    Number third = halfBeside(edge[2], triangle);
+    if (!follows(second, first)) std::swap(second, third);
+    closes_ = closes_ && follows(second, first) && follows(third, second) && follows(first, third);
+    halves_[first] = {triangle, originOf(third), second, third};
+    halves_[second] = {triangle, originOf(first), third, first};
+    halves_[third] = {triangle, originOf(second), first, second};
+  }
+
   void visit(Number edge) {
-    if (settled_[edge]) return;
-    settled_[edge] = true;
-    const MeshEdge& f = mesh_.edges[edge];
-    if (f.left == 0 || f.right == 0) return;
-    const Wing left = wing(f.left, edge);
-    const Wing right = wing(f.right, edge);
-    const Position& a = mesh_.points[left.corner];
-    const Position& b = mesh_.points[f.start];
-    const Position& c = mesh_.points[f.end];
-    const Position& d = mesh_.points[right.corner];
-    if (isConvex(d, b, c, a) && isNeedTrans(d, b, c, a)) flip(edge, left, right);
+    Ends& ends = ends_[edge];
+    if (ends.settled) return;
+    ends.settled = true;
+    const Half& left = halves_[2 * edge];
+    const Half& right = halves_[2 * edge + 1];
+    if (left.triangle == 0 || right.triangle == 0) return;
+    if (isToFlip(points_[left.apex], points_[ends.origin[0]], points_[ends.origin[1]], points_[right.apex])) flip(edge);
   }
 
-  Wing wing(Number triangle, Number common) const {
-    const Number* e = mesh_.triangles[triangle].edge;
-    const std::size_t place = e[0] == common ? 0 : e[1] == common ? 1 : 2;
-    Number first = e[place == 0 ? 1 : 0];
-    Number second = e[place == 2 ? 1 : 2];
-    const Number b = mesh_.edges[common].start;
-    const Number c = mesh_.edges[common].end;
-    if (!touches(first, b)) std::swap(first, second);
-    const bool bOutward = startsAt(first, b);
-    const MeshEdge& toB = mesh_.edges[first];
-    return {{first, bOutward}, {second, startsAt(second, c)}, bOutward ? toB.end : toB.start};
+  bool isToFlip(const Position& a, const Position& b, const Position& c, const Position& d) const {
+    const FlipFilter::Verdict verdict = filter_.judge(a, b, c, d);
+    if (verdict == FlipFilter::kUnsure) return isConvex(d, b, c, a) && isNeedTrans(d, b, c, a);
+    return verdict == FlipFilter::kFlip;
   }
 
-  bool startsAt(Number edge, Number point) const { return same(mesh_.edges[edge].start, point); }
-  bool touches(Number edge, Number point) const { return startsAt(edge, point) || same(mesh_.edges[edge].end, point); }
-  bool same(Number p, Number q) const { return p == q || samePosition(mesh_.points[p], mesh_.points[q]); }
-
-  void flip(Number edge, const Wing& left, const Wing& right) {
-    MeshEdge& f = mesh_.edges[edge];
-    f.start = left.corner;
-    f.end = right.corner;
-    mesh_.triangles[f.left] = {{right.cEdge.number, left.cEdge.number, edge}};
-    mesh_.triangles[f.right] = {{left.bEdge.number, right.bEdge.number, edge}};
-    setSlot(left.cEdge.number, left.cEdge.outward, f.left);
-    setSlot(right.bEdge.number, right.bEdge.outward, f.right);
-    setSlot(left.bEdge.number, !left.bEdge.outward, f.right);
-    setSlot(right.cEdge.number, !right.cEdge.outward, f.left);
-    for (const Number outer : {right.bEdge.number, right.cEdge.number, left.cEdge.number, left.bEdge.number}) {
-      settled_[outer] = false;
-      queue_.offer(outer);
-    }
-    settled_[edge] = false;
+  // Turns the edge from b -> c into a -> d. The triangles keep their sides: the left one becomes (a, d, c), the right
+  // one (a, b, d).
+  void flip(Number edge) {
+    const Number along = 2 * edge;
+    const Number against = twin(along);
+    const Half left = halves_[along];
+    const Half right = halves_[against];
+    const Number b = originOf(along);
+    const Number c = originOf(against);
+    const Number a = left.apex;
+    const Number d = right.apex;
+    const Number ca = left.next;
+    const Number ab = left.previous;
+    const Number bd = right.next;
+    const Number dc = right.previous;
+    mesh_.triangles[left.triangle] = {{edgeOf(dc), edgeOf(ca), edge}};
+    mesh_.triangles[right.triangle] = {{edgeOf(ab), edgeOf(bd), edge}};
+    ends_[edge] = {{a, d}, false};
+    halves_[along] = {left.triangle, c, dc, ca};
+    halves_[against] = {right.triangle, b, ab, bd};
+    change(bd, {right.triangle, a, against, ab});
+    change(dc, {left.triangle, a, ca, along});
+    change(ca, {left.triangle, d, along, dc});
+    change(ab, {right.triangle, d, bd, against});
   }
 
-  void setSlot(Number edge, bool onLeft, Number triangle) {
-    (onLeft ? mesh_.edges[edge].left : mesh_.edges[edge].right) = triangle;
+  void change(Number half, const Half& value) {
+    halves_[half] = value;
+    ends_[edgeOf(half)].settled = false;
+    queue_.offer(edgeOf(half));
   }
 
   Mesh& mesh_;
+  const Position* points_;
+  FlipFilter filter_;
   FlipQueue queue_;
-  std::vector<bool> settled_;
+  std::vector<Ends> ends_;
+  std::vector<Half> halves_;
+  bool closes_ = true;
 };
 
 }  // namespace
 
-void flipToDelaunay(Mesh& mesh) { Flipper(mesh).run(); }
+void flipToDelaunay(Mesh& mesh) {
+  const FlipFilter filter(mesh.points);
+  if (!filter.inReach()) return flipByPosition(mesh);
+  Flipper flipper(mesh, filter);
+  if (!flipper.closes()) return flipByPosition(mesh);
+  flipper.run();
+}
 
 }  // namespace detail
 }  // namespace OrvikDTM
