@@ -473,11 +473,13 @@ Network construct(const std::vector<std::array<double, 3>>& positions, Stop stop
   }
   sortAndFindOrigin(net);
   normalise(net, repeats);
-  if (!sweep(net)) return net;
-  if (stop == Stop::AfterSweep) return net;
+  if (sweep(net) && stop == Stop::AfterFlips) finish(net);
+  return net;
+}
+
+void finish(Network& net) {
   Flipper(net).run();
   shiftBack(net);
-  return net;
 }
 
 Network sweepOnly(const std::vector<std::array<double, 3>>& positions) {
