@@ -32,7 +32,10 @@ namespace {
 constexpr int kUnwritten = -12345;
 constexpr int kMaxPointsAtStart = 100000;
 
-bool sameBits(double a, double b) { return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b); }
+// The same double; which NaN one is says nothing.
+bool sameBits(double a, double b) {
+  return (std::isnan(a) && std::isnan(b)) || std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+}
 
 bool hasNaN(const inputs::Position& p) { return std::isnan(p[0]) || std::isnan(p[1]); }
 

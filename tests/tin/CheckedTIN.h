@@ -2,6 +2,7 @@
 // they first differ, or nothing when they agree to the last bit.
 #pragma once
 
+#include <ostream>
 #include <string>
 
 #include "Inputs.h"
@@ -17,6 +18,11 @@ enum class Road {
   Empty,     // the accepted positions are collinear
   TooLarge,  // a coordinate that whole millimetres do not reach: the literal result, whatever it is
 };
+
+inline void PrintTo(Road road, std::ostream* out) {
+  constexpr const char* kNames[] = {"as swept", "exact", "empty", "too large"};
+  *out << kNames[static_cast<std::size_t>(road)];
+}
 
 Road roadOf(const inputs::Positions& positions, literal::Repeats repeats = literal::Repeats::AgainstShifted);
 
