@@ -260,6 +260,14 @@ Positions outlierAtOrigin(std::uint64_t seed, int size) {
   return points;
 }
 
+// So far from the smallest coordinates that relative to them whole groups of positions become one.
+Positions groupBehindAFarOutlier(std::uint64_t seed, int size) {
+  Positions points = randomMillimetres(seed, std::max(2, size - 1), seed % 2 == 0 ? 1 : 40, 0.0, 0.0);
+  const double far = seed % 3 == 0 ? -9.1e12 : -3e10;
+  points.push_back({far, seed % 5 == 0 ? 0.0 : far, 1.0});
+  return points;
+}
+
 // Fractions of a unit at eastings of 4.45e12, where doubles are just near enough for millimetres.
 Positions lastFullMillimetres(std::uint64_t seed, int size) {
   return randomMillimetres(seed, size, 4, 4450000000000.0, -3000.0);
@@ -409,6 +417,7 @@ const std::vector<Kind>& surveyKinds() {
 
 const std::vector<Kind>& wideKinds() {
   static const std::vector<Kind> kinds = {{"outlier-at-origin", outlierAtOrigin},
+                                          {"group-behind-a-far-outlier", groupBehindAFarOutlier},
                                           {"near-the-limit", nearTheLimit},
                                           {"last-full-millimetres", lastFullMillimetres}};
   return kinds;
