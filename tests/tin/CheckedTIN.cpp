@@ -1,11 +1,13 @@
 // The comparisons behind CheckedTIN.h.
 #include "CheckedTIN.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <set>
 #include <sstream>
 
 #include <OrvikDTMAlgorithm/tin/CEType.h>
@@ -20,6 +22,7 @@
 #include <OrvikDTMAlgorithm/tin/Triangle.h>
 #include <OrvikDTMAlgorithm/tin/verifyTIN.h>
 
+#include "DelaunayCheck.h"
 #include "TINSupport.h"
 
 namespace support {
@@ -29,15 +32,9 @@ namespace {
 constexpr int kUnwritten = -12345;
 constexpr int kMaxPointsAtStart = 100000;
 
-bool sameBits(double a, double b) { return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b); }
-
-// Coordinates for which the exact arithmetic on whole millimetres is meant.
-bool isOrdinary(const inputs::Positions& positions) {
-  constexpr double kLargestOrdinary = 1e9;
-  for (const inputs::Position& p : positions) {
-    if (std::fabs(p[0]) > kLargestOrdinary || std::fabs(p[1]) > kLargestOrdinary) return false;
-  }
-  return true;
+// The same double; which NaN one is says nothing.
+bool sameBits(double a, double b) {
+  return (std::isnan(a) && std::isnan(b)) || std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
 }
 
 bool hasNaN(const inputs::Position& p) { return std::isnan(p[0]) || std::isnan(p[1]); }
@@ -182,6 +179,135 @@ void compareVerdict(const CEType& tin, const std::vector<TPoint*>& points, Diffe
   }
 }
 
+std::array<int, 4> g_inputsByRoad{};
+
+// The accepted points of a swept network on whole millimetres, and what exact signs say about the sweep.
+class SweptPositions {
+ public:
+  SweptPositions(const literal::Network& net, const inputs::Positions& positions) : net_(net) {
+    std::map<const literal::Point*, std::size_t> index;
+    for (const literal::Point& p : net.points) index.emplace(&p, index.size());
+    for (const inputs::Position& p : positions) beyond_ = beyond_ || (!hasNaN(p) && isBeyondMillimetres(p));
+    if (beyond_) return;
+    for (const literal::Point* p : net.accepted) {
+      const std::size_t i = index.at(p);
+      inputIndex_.push_back(i);
+      accepted_.push_back(millimetresOf(roundedPoint(positions[i])));
+      at_.emplace(p, accepted_.back());
+    }
+  }
+
+  // Where the accepted points lie, in the order of the sort, and their indexes in the input.
+  const std::vector<Millimetres>& accepted() const { return accepted_; }
+  const std::vector<std::size_t>& inputIndex() const { return inputIndex_; }
+
+  Road road() const {
+    if (beyond_) return Road::TooLarge;
+    if (net_.edges.length() != 0 && isValid()) return Road::AsSwept;
+    return areCollinear(accepted_) ? Road::Empty : Road::Exact;
+  }
+
+  static TPoint roundedPoint(const inputs::Position& p) {
+    return TPoint(literal::roundedToMillimetres(p[0]), literal::roundedToMillimetres(p[1]), p[2]);
+  }
+
+ private:
+  static bool isBeyondMillimetres(const inputs::Position& p) {
+    constexpr double kLargestInMillimetres = 9.2e12;
+    return !(std::fabs(p[0]) <= kLargestInMillimetres && std::fabs(p[1]) <= kLargestInMillimetres);
+  }
+
+  struct Side {
+    Millimetres from;
+    Millimetres to;
+  };
+
+  bool sidesOf(int triangle, std::array<Side, 3>& sides) const {
+    for (std::size_t i = 0; i < sides.size(); ++i) {
+      const literal::Edge& e = net_.edges[net_.triangles[triangle].edges[i]];
+      if (e.left != triangle && e.right != triangle) return false;
+      const bool forward = e.left == triangle;
+      sides[i] = {at_.at(forward ? e.start : e.end), at_.at(forward ? e.end : e.start)};
+    }
+    return true;
+  }
+
+  static bool chain(const Side& a, const Side& b, const Side& c) {
+    return a.to == b.from && b.to == c.from && c.to == a.from;
+  }
+
+  // Closed and counter-clockwise, or flat with two corners at one position; adds twice the area.
+  bool isSound(int triangle, Wide& sum, std::set<Millimetres>& vertices) const {
+    std::array<Side, 3> s{};
+    if (!sidesOf(triangle, s)) return false;
+    if (!chain(s[0], s[1], s[2])) std::swap(s[1], s[2]);
+    if (!chain(s[0], s[1], s[2])) return false;
+    const Wide area = cross(s[0].from, s[1].from, s[2].from);
+    sum += area;
+    for (const Side& side : s) vertices.insert(side.from);
+    const bool repeat = std::any_of(s.begin(), s.end(), [](const Side& side) { return side.from == side.to; });
+    return area > 0 || (area == 0 && repeat);
+  }
+
+  bool isValid() const {
+    constexpr Wide kLargestDoubleGap = 2000;  // twice 0.001 square units, in square millimetres
+    Wide gap = doubleHullArea(accepted_);
+    Wide sum = 0;
+    std::set<Millimetres> vertices;
+    for (int t = 1; t <= net_.triangles.length(); ++t) {
+      if (!isSound(t, sum, vertices)) return false;
+    }
+    for (const Millimetres& p : accepted_) {
+      if (!vertices.contains(p)) return false;
+    }
+    gap -= sum;
+    return gap <= kLargestDoubleGap && gap >= -kLargestDoubleGap;
+  }
+
+  const literal::Network& net_;
+  bool beyond_ = false;
+  std::vector<Millimetres> accepted_;
+  std::vector<std::size_t> inputIndex_;
+  std::map<const literal::Point*, Millimetres> at_;
+};
+
+// What the exact road leaves in the points: rounded coordinates in vertices, coordinates relative to the smallest x and
+// y in repeats of these, and whatever they were rounded to in points that were not accepted at all.
+void compareExactPoints(const OwnedPoints& points, const std::set<const TPoint*>& vertices, const literal::Network& net,
+                        const inputs::Positions& positions, Difference& difference) {
+  for (std::size_t i = 0; i < positions.size() && !difference; ++i) {
+    if (hasNaN(positions[i])) continue;
+    const TPoint rounded = SweptPositions::roundedPoint(positions[i]);
+    const TPoint& p = *points[i];
+    const bool isVertex = vertices.contains(&p);
+    const double x = isVertex ? rounded.getX() : net.points[i].x;
+    const double y = isVertex ? rounded.getY() : net.points[i].y;
+    if (!sameBits(p.getX(), x) || !sameBits(p.getY(), y)) {
+      difference.note("point ", i + 1, ": library (", p.getX(), ",", p.getY(), "), expected (", x, ",", y, ")");
+    }
+    if (!sameBits(p.getZ(), positions[i][2])) difference.note("point ", i + 1, ": its height has changed");
+  }
+}
+
+void checkExactRoad(const CEType& tin, const OwnedPoints& points, const SweptPositions& swept,
+                    const literal::Network& net, const inputs::Positions& positions, Difference& difference) {
+  std::vector<TPoint*> accepted;
+  for (const std::size_t i : swept.inputIndex()) accepted.push_back(points[i]);
+  const Tables tables = tablesOf(tin, accepted);
+  const std::string broken = brokenDelaunayPromise(swept.accepted(), tables);
+  if (!broken.empty()) difference.note("exact road: ", broken);
+
+  std::vector<TPoint*> vertices;
+  for (const EdgeRow& e : tables.edges) {
+    for (const int number : {e.start, e.end}) {
+      if (number != 0) vertices.push_back(accepted[static_cast<std::size_t>(number - 1)]);
+    }
+  }
+  compareExactPoints(points, {vertices.begin(), vertices.end()}, net, positions, difference);
+  const TINCheck check = verifyTIN(tin, vertices);
+  if (!check.valid()) difference.note("verifyTIN says '", toText(check), "' of the exact road's result");
+}
+
 void detachLists(CEType& tin) {
   tin.setCList(nullptr);
   tin.setEList(nullptr);
@@ -199,7 +325,7 @@ struct BorrowingList {
 }  // namespace
 
 std::string checkedTIN(const inputs::Positions& positions, literal::Repeats repeats) {
-  const literal::Network net = literal::construct(positions, literal::Stop::AfterFlips, repeats);
+  literal::Network net = literal::construct(positions, literal::Stop::AfterSweep, repeats);
   const OwnedPoints points(positions);
   std::vector<TPoint*> given = points.pointers();
   const Numbering numbering(given, net);
@@ -211,12 +337,28 @@ std::string checkedTIN(const inputs::Positions& positions, literal::Repeats repe
   if (net.null || tin == nullptr) return net.null == (tin == nullptr) ? "" : "one of the two gives no network at all";
   compareState(net, difference);
   compareOrder(given, net, numbering, difference);
-  compareLists(*tin, net, numbering, difference);
-  comparePoints(points, net, positions, difference);
-  if (!difference && isOrdinary(positions) && verifyTIN(*tin).valid()) {
-    difference.note(brokenInvariantOf(*tin, net.queueOverflowed));
+
+  const SweptPositions swept(net, positions);
+  const Road road = swept.road();
+  ++g_inputsByRoad[static_cast<std::size_t>(road)];
+  if (road == Road::Exact) {
+    checkExactRoad(*tin, points, swept, net, positions, difference);
+  } else if (road == Road::Empty) {
+    difference.expectEqual("number of edges of collinear points", edgeCount(*tin), 0);
+  } else {
+    if (net.edges.length() != 0) literal::finish(net);
+    compareLists(*tin, net, numbering, difference);
+    comparePoints(points, net, positions, difference);
   }
+  if (!difference && road == Road::AsSwept) difference.note(brokenInvariantOf(*tin, net.queueOverflowed));
   return difference.text();
+}
+
+int inputsThatTook(Road road) { return g_inputsByRoad[static_cast<std::size_t>(road)]; }
+
+Road roadOf(const inputs::Positions& positions, literal::Repeats repeats) {
+  const literal::Network net = literal::construct(positions, literal::Stop::AfterSweep, repeats);
+  return SweptPositions(net, positions).road();
 }
 
 std::string checkedStages(const inputs::Positions& positions) {

@@ -2,6 +2,7 @@
 // they first differ, or nothing when they agree to the last bit.
 #pragma once
 
+#include <ostream>
 #include <string>
 
 #include "Inputs.h"
@@ -9,9 +10,28 @@
 
 namespace support {
 
-// optimizeTIN() against the whole literal construction: result, numbers, points and process-wide state afterwards. On
-// networks that are free of faults after the sweep, the invariants of a finished TIN are checked as well.
+// Which of its ways optimizeTIN() has to go on an input, by exact signs of the literal sweep's triangles on the rounded
+// coordinates.
+enum class Road {
+  AsSwept,   // the sweep is valid: the literal result, number for number
+  Exact,     // it is not, and the positions are not collinear: triangulated again
+  Empty,     // the accepted positions are collinear
+  TooLarge,  // a coordinate that whole millimetres do not reach: the literal result, whatever it is
+};
+
+inline void PrintTo(Road road, std::ostream* out) {
+  constexpr const char* kNames[] = {"as swept", "exact", "empty", "too large"};
+  *out << kNames[static_cast<std::size_t>(road)];
+}
+
+Road roadOf(const inputs::Positions& positions, literal::Repeats repeats = literal::Repeats::AgainstShifted);
+
+// optimizeTIN() against what its road promises: the literal network to the bit, with the invariants of a finished TIN;
+// or a strictly Delaunay triangulation with all conventions; points and process-wide state afterwards in any case.
 std::string checkedTIN(const inputs::Positions& positions, literal::Repeats repeats = literal::Repeats::AgainstShifted);
+
+// How many inputs checkedTIN() has seen go this way.
+int inputsThatTook(Road road);
 
 // initPoins(), initCET() and buildTIN() one by one against the literal stages, on the positions as they stand; and
 // verifyTIN() of the result against the exact check.

@@ -1,5 +1,7 @@
 // The construction of a TIN: the library's fast stages must give, number for number and bit for bit, what the slow
-// literal construction gives, on every kind of input that a survey or an adversary can think of.
+// literal construction gives, on every kind of input that a survey or an adversary can think of; and where the literal
+// sweep is not valid, what the exact construction promises.
+#include <chrono>
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -54,19 +56,19 @@ std::string nameOfKind(const testing::TestParamInfo<Kind>& info) {
 constexpr int kSmallSizes[] = {3, 4, 5, 6, 8, 11, 17};
 constexpr int kMiddleSizes[] = {40, 120, 280};
 
-TEST_P(EveryKind, SmallInputsGiveTheLiteralNetwork) {
+TEST_P(EveryKind, SmallInputsKeepThePromisesOfTheirRoad) {
   for (std::uint64_t seed = 1; seed <= 60; ++seed) {
     for (const int size : kSmallSizes) expectNoDifference(inputs::make(GetParam(), seed, size), checkedAsIs);
   }
 }
 
-TEST_P(EveryKind, MiddleInputsGiveTheLiteralNetwork) {
+TEST_P(EveryKind, MiddleInputsKeepThePromisesOfTheirRoad) {
   for (std::uint64_t seed = 1; seed <= 6; ++seed) {
     for (const int size : kMiddleSizes) expectNoDifference(inputs::make(GetParam(), seed, size), checkedAsIs);
   }
 }
 
-TEST_P(EveryKind, RepeatsFoundAmongUnshiftedPositionsGiveTheLiteralNetwork) {
+TEST_P(EveryKind, RepeatsFoundAmongUnshiftedPositionsKeepThePromises) {
   for (std::uint64_t seed = 1; seed <= 10; ++seed) {
     for (const int size : {3, 5, 9, 60, 200})
       expectNoDifference(inputs::make(GetParam(), seed, size), checkedUnshifted);
@@ -74,6 +76,7 @@ TEST_P(EveryKind, RepeatsFoundAmongUnshiftedPositionsGiveTheLiteralNetwork) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Survey, EveryKind, testing::ValuesIn(inputs::surveyKinds()), nameOfKind);
+INSTANTIATE_TEST_SUITE_P(Wide, EveryKind, testing::ValuesIn(inputs::wideKinds()), nameOfKind);
 INSTANTIATE_TEST_SUITE_P(Wild, EveryKind, testing::ValuesIn(inputs::wildKinds()), nameOfKind);
 
 class EverySurveyKind : public testing::TestWithParam<Kind> {};
@@ -88,15 +91,29 @@ TEST_P(EverySurveyKind, StagesGiveTheLiteralListsAndTheCheckTheExactVerdict) {
   }
 }
 
-TEST_P(EverySurveyKind, LargeInputGivesTheLiteralNetwork) {
+TEST_P(EverySurveyKind, LargeInputKeepsThePromisesOfItsRoad) {
   expectNoDifference(inputs::make(GetParam(), 77, 1200), checkedAsIs);
 }
 
 INSTANTIATE_TEST_SUITE_P(Survey, EverySurveyKind, testing::ValuesIn(inputs::surveyKinds()), nameOfKind);
 
-TEST(Construction, ThreeThousandPointsGiveTheLiteralNetwork) {
+TEST(Construction, ThreeThousandPointsKeepThePromisesOfTheirRoad) {
   expectNoDifference({"random", inputs::randomMillimetres(5, 3000, 1000, 0.0, 0.0)}, checkedAsIs);
   expectNoDifference({"projected", inputs::randomMillimetres(6, 3000, 500, 38500000.0, 3400000.0)}, checkedAsIs);
+}
+
+// Infinities, the largest doubles, circles at 1e13: nothing is promised but the literal network and an end soon.
+TEST(Construction, CoordinatesOfNoSurveyEndSoon) {
+  constexpr std::chrono::seconds kSoon{20};
+  for (const Kind& kind : inputs::wildKinds()) {
+    for (int size = 3; size <= 300; size += size < 30 ? 1 : 45) {
+      const Input input = inputs::make(kind, 900 + static_cast<std::uint64_t>(size), size);
+      const OwnedPoints points(input.points);
+      const auto start = std::chrono::steady_clock::now();
+      EXPECT_NE(support::triangulate(points), nullptr);
+      EXPECT_LT(std::chrono::steady_clock::now() - start, kSoon) << input.name;
+    }
+  }
 }
 
 TEST(Construction, FinishedNetworksKeepTheInvariantsThatTheSweepAloneBreaks) {

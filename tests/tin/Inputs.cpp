@@ -1,8 +1,10 @@
 // The generators behind Inputs.h.
 #include "Inputs.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <stdexcept>
 
 namespace inputs {
 namespace {
@@ -193,6 +195,96 @@ Positions nearPointOne(std::uint64_t seed, int size) {
   return points;
 }
 
+// A square of one unit: every second try of the sweep stumbles over its own tolerance here.
+Positions withinAUnit(std::uint64_t seed, int size) { return randomMillimetres(seed, size, 1, 0.0, 0.0); }
+
+// Groups of five within five millimetres, at projected coordinates.
+Positions groupsOfFive(std::uint64_t seed, int size) {
+  constexpr int kGroup = 5;
+  Random random(seed);
+  Positions points;
+  std::int64_t x = 0;
+  std::int64_t y = 0;
+  for (int i = 0; i < size; ++i) {
+    if (i % kGroup == 0) {
+      x = random.between(0, 80000);
+      y = random.between(0, 80000);
+    }
+    points.push_back({417.0 + millimetres(x + random.between(0, 5)), 233.0 + millimetres(y + random.between(0, 5)),
+                      millimetres(random.between(0, 19999))});
+  }
+  return points;
+}
+
+// Every position twice or more.
+Positions repeatsEverywhere(std::uint64_t seed, int size) {
+  Random random(seed);
+  const Positions once = randomMillimetres(seed, std::max(2, size / 3), 60, 12.0, 900.0);
+  Positions points = once;
+  while (static_cast<int>(points.size()) < size || points.size() < 2 * once.size()) {
+    Position copy = once[points.size() % once.size()];
+    copy[2] += static_cast<double>(points.size());
+    points.push_back(copy);
+  }
+  return shuffled(points, random);
+}
+
+Positions twoColumns(std::uint64_t seed, int size) {
+  Random random(seed);
+  Positions points;
+  for (int i = 0; i < size; ++i)
+    points.push_back({i % 2 == 0 ? 0.0 : 0.001, millimetres(random.between(0, 400)), 1.0 * i});
+  return points;
+}
+
+// A straight run in one of eight directions and one point a millimetre beside it: at an end, or somewhere between.
+Positions collinearButOne(std::uint64_t seed, int size) {
+  constexpr int kDirections[8][2] = {{1, 0}, {0, 1}, {1, 1}, {-1, 1}, {3, 7}, {-5, 2}, {1000, 1}, {-1, 900}};
+  Random random(seed);
+  const int* d = kDirections[random.between(0, 7)];
+  const std::int64_t ends[3] = {0, size - 1, random.between(0, size - 1)};
+  const std::int64_t beside = ends[random.between(0, 2)];
+  Positions points;
+  for (std::int64_t i = 0; i < size; ++i) {
+    const std::int64_t off = i == beside ? 1 : 0;
+    points.push_back({50.0 + millimetres(i * d[0] + (d[1] != 0 ? off : 0)),
+                      70.0 + millimetres(i * d[1] + (d[1] == 0 ? off : 0)), 1.0 * static_cast<double>(i)});
+  }
+  return shuffled(points, random);
+}
+
+// One point at the origin, all others within a few units of a place 38,500,000 away.
+Positions outlierAtOrigin(std::uint64_t seed, int size) {
+  Positions points = randomMillimetres(seed, std::max(2, size - 1), 3, 38500000.0, 38500000.0);
+  points.push_back({0.0, 0.0, 1.0});
+  return points;
+}
+
+// So far from the smallest coordinates that relative to them whole groups of positions become one.
+Positions groupBehindAFarOutlier(std::uint64_t seed, int size) {
+  Positions points = randomMillimetres(seed, std::max(2, size - 1), seed % 2 == 0 ? 1 : 40, 0.0, 0.0);
+  const double far = seed % 3 == 0 ? -9.1e12 : -3e10;
+  points.push_back({far, seed % 5 == 0 ? 0.0 : far, 1.0});
+  return points;
+}
+
+// Fractions of a unit at eastings of 4.45e12, where doubles are just near enough for millimetres.
+Positions lastFullMillimetres(std::uint64_t seed, int size) {
+  return randomMillimetres(seed, size, 4, 4450000000000.0, -3000.0);
+}
+
+// The largest coordinates that whole millimetres reach.
+Positions nearTheLimit(std::uint64_t seed, int size) {
+  constexpr std::int64_t kLimit = 9200000000000;
+  Random random(seed);
+  Positions points;
+  for (int i = 0; i < size; ++i) {
+    points.push_back({static_cast<double>(random.between(-kLimit, kLimit)),
+                      static_cast<double>(random.between(-kLimit, kLimit)), 1.0 * i});
+  }
+  return points;
+}
+
 double wildValue(Random& random) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   constexpr double kMax = std::numeric_limits<double>::max();
@@ -205,6 +297,29 @@ Positions huge(std::uint64_t seed, int size) {
   Positions points;
   for (int i = 0; i < size; ++i) points.push_back({(random.unit() - 0.5) * 1e13, (random.unit() - 0.5) * 1e13, 1.0});
   return points;
+}
+
+// Every third coordinate is wild.
+Positions mostlyWild(std::uint64_t seed, int size) {
+  Random random(seed);
+  Positions points = randomMillimetres(seed, size, 90, -40.0, 0.0);
+  for (Position& p : points) {
+    for (std::size_t axis = 0; axis < 2; ++axis) {
+      if (random.between(0, 2) == 0) p[axis] = wildValue(random);
+    }
+  }
+  return points;
+}
+
+// Coordinates around 1e13, where doubles are farther apart than millimetres; in every second set all on one circle.
+Positions beyondMillimetres(std::uint64_t seed, int size) {
+  constexpr double kFar = 1e13;
+  constexpr int kRadius = 1105;
+  if (seed % 2 == 0) return randomMillimetres(seed, size, 500, kFar, kFar);
+  Random random(seed);
+  Positions all = shuffled(latticeCircle(kRadius, kFar, -kFar), random);
+  if (static_cast<int>(all.size()) > size) all.resize(static_cast<std::size_t>(size));
+  return all;
 }
 
 Positions withNaN(std::uint64_t seed, int size) {
@@ -291,13 +406,39 @@ const std::vector<Kind>& surveyKinds() {
       {"circle-far-from-corner", circleFarFromCorner},
       {"cross-sections", crossSections},
       {"near-point-one", nearPointOne},
+      {"within-a-unit", withinAUnit},
+      {"groups-of-five", groupsOfFive},
+      {"repeats-everywhere", repeatsEverywhere},
+      {"two-columns", twoColumns},
+      {"collinear-but-one", collinearButOne},
   };
   return kinds;
 }
 
-const std::vector<Kind>& wildKinds() {
-  static const std::vector<Kind> kinds = {{"huge", huge}, {"nan", withNaN}, {"wild-values", withWildValues}};
+const std::vector<Kind>& wideKinds() {
+  static const std::vector<Kind> kinds = {{"outlier-at-origin", outlierAtOrigin},
+                                          {"group-behind-a-far-outlier", groupBehindAFarOutlier},
+                                          {"near-the-limit", nearTheLimit},
+                                          {"last-full-millimetres", lastFullMillimetres}};
   return kinds;
+}
+
+const std::vector<Kind>& wildKinds() {
+  static const std::vector<Kind> kinds = {{"huge", huge},
+                                          {"beyond-millimetres", beyondMillimetres},
+                                          {"nan", withNaN},
+                                          {"wild-values", withWildValues},
+                                          {"mostly-wild", mostlyWild}};
+  return kinds;
+}
+
+const Kind& kindNamed(const std::string& name) {
+  for (const auto* kinds : {&surveyKinds(), &wideKinds(), &wildKinds()}) {
+    for (const Kind& kind : *kinds) {
+      if (kind.name == name) return kind;
+    }
+  }
+  throw std::invalid_argument("no kind of input is called " + name);
 }
 
 Input make(const Kind& kind, std::uint64_t seed, int size) {

@@ -43,8 +43,14 @@ inline void PrintTo(const Kind& kind, std::ostream* out) { *out << kind.name; }
 // Kinds whose coordinates are ordinary numbers within 1e9 units.
 const std::vector<Kind>& surveyKinds();
 
+// Kinds whose extent is so large that a circle through their points takes more than 128 bits.
+const std::vector<Kind>& wideKinds();
+
 // Kinds with infinities, NaN and coordinates that no survey has.
 const std::vector<Kind>& wildKinds();
+
+// The kind of this name among all of them.
+const Kind& kindNamed(const std::string& name);
 
 // The kind's input, named "kind/seed/size".
 Input make(const Kind& kind, std::uint64_t seed, int size);

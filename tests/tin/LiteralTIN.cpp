@@ -50,11 +50,16 @@ bool byYThenX(const Point* a, const Point* b) {
   return a->x < b->x;
 }
 
+// Infinite coordinates have directions and lengths that are no numbers; they count as larger than any, so that there is
+// an order at all.
+bool isLess(double a, double b) { return std::isnan(b) ? !std::isnan(a) : a < b; }
+
 bool sweepsBefore(const Edge& a, const Edge& b) {
   const double angleA = angleByX(a);
   const double angleB = angleByX(b);
-  if (angleA != angleB) return angleA < angleB;
-  return squaredLength(a) > squaredLength(b);
+  if (isLess(angleA, angleB)) return true;
+  if (isLess(angleB, angleA)) return false;
+  return isLess(squaredLength(b), squaredLength(a));
 }
 
 class Builder {
@@ -444,7 +449,7 @@ std::vector<Point*> sweepOrder(const std::vector<Point*>& points) {
   for (std::size_t i = 1; i < sorted.size(); ++i) rays.push_back(Edge{sorted[0], sorted[i]});
   std::stable_sort(rays.begin(), rays.end(), sweepsBefore);
 
-  std::size_t group = 0;
+  std::size_t group = rays.empty() ? 0 : 1;
   while (group < rays.size() && angleByX(rays[group]) == angleByX(rays[0])) ++group;
   std::vector<Point*> order;
   std::size_t next = 0;
@@ -473,11 +478,13 @@ Network construct(const std::vector<std::array<double, 3>>& positions, Stop stop
   }
   sortAndFindOrigin(net);
   normalise(net, repeats);
-  if (!sweep(net)) return net;
-  if (stop == Stop::AfterSweep) return net;
+  if (sweep(net) && stop == Stop::AfterFlips) finish(net);
+  return net;
+}
+
+void finish(Network& net) {
   Flipper(net).run();
   shiftBack(net);
-  return net;
 }
 
 Network sweepOnly(const std::vector<std::array<double, 3>>& positions) {

@@ -71,6 +71,10 @@ enum class Repeats { AgainstShifted, AgainstUnshifted };
 Network construct(const std::vector<std::array<double, 3>>& positions, Stop stop = Stop::AfterFlips,
                   Repeats repeats = Repeats::AgainstShifted);
 
+// What is left to do for a network whose construction was stopped after the sweep: flips, and the way back from shifted
+// coordinates.
+void finish(Network& net);
+
 // The first three stages alone, on coordinates as they are; `null` says that the ordering or the fan gave nothing.
 Network sweepOnly(const std::vector<std::array<double, 3>>& positions);
 

@@ -311,7 +311,12 @@ std::optional<std::array<TPoint*, 3>> cornersOf(const CEType& tin, int triangle)
 }
 
 Millimetres millimetresOf(const TPoint& p) {
-  return {std::llround(p.getX() * 1000.0), std::llround(p.getY() * 1000.0)};
+  // The whole units apart, so that nothing is rounded before the last step.
+  const auto wholeMillimetres = [](double v) {
+    const double whole = std::trunc(v);
+    return static_cast<std::int64_t>(whole) * 1000 + std::llround((v - whole) * 1000.0);
+  };
+  return {wholeMillimetres(p.getX()), wholeMillimetres(p.getY())};
 }
 
 Wide cross(const Millimetres& a, const Millimetres& b, const Millimetres& c) {

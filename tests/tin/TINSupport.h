@@ -70,6 +70,7 @@ struct Millimetres {
   auto operator<=>(const Millimetres&) const = default;
 };
 
+// The nearest whole millimetres, exactly.
 Millimetres millimetresOf(const TPoint& p);
 
 __extension__ typedef __int128 Wide;
