@@ -27,9 +27,18 @@ inline constexpr double kMillimetresPerUnit = 1000.0;
 inline constexpr double kLargestInMillimetres = 9.2e12;
 
 // A position rounded to three decimals, as it is and in whole millimetres: each is the other's nearest.
-inline MillimetrePosition inMillimetres(const Position& p) {
-  return {std::llround(p.x * kMillimetresPerUnit), std::llround(p.y * kMillimetresPerUnit)};
+inline std::int64_t inMillimetres(double v) {
+  // Below this the product is within a thousandth of the whole number that it stands for; beyond, whole units are
+  // counted apart.
+  constexpr double kProductIsClose = 1e9;
+  if (std::fabs(v) < kProductIsClose) {
+    return static_cast<std::int64_t>(v * kMillimetresPerUnit + (v < 0 ? -0.5 : 0.5));
+  }
+  const double units = std::trunc(v);
+  return static_cast<std::int64_t>(units) * static_cast<std::int64_t>(kMillimetresPerUnit) +
+         std::llround((v - units) * kMillimetresPerUnit);
 }
+inline MillimetrePosition inMillimetres(const Position& p) { return {inMillimetres(p.x), inMillimetres(p.y)}; }
 inline Position inUnits(const MillimetrePosition& p) {
   return {static_cast<double>(p.x) / kMillimetresPerUnit, static_cast<double>(p.y) / kMillimetresPerUnit};
 }

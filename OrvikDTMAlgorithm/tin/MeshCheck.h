@@ -27,6 +27,7 @@ class MillimetrePlane {
   explicit MillimetrePlane(std::vector<MillimetrePosition> positions) : positions_(std::move(positions)) {}
 
   Number size() const { return static_cast<Number>(positions_.size()); }
+  const MillimetrePosition& operator[](Number i) const { return positions_[i]; }
   bool isFinite(Number /*i*/) const { return true; }
   bool same(Number i, Number j) const { return positions_[i] == positions_[j]; }
 

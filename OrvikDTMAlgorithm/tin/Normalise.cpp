@@ -55,9 +55,10 @@ std::vector<SurveyedPoint> fromLowest(const std::vector<TPoint*>& points) {
   return sorted;
 }
 
-bool fitsMillimetres(const std::vector<Position>& rounded) {
-  return std::all_of(rounded.begin(), rounded.end(), [](const Position& p) {
-    return std::fabs(p.x) <= kLargestInMillimetres && std::fabs(p.y) <= kLargestInMillimetres;
+// Asked of the coordinates before rounding, which turns what is too large for it into 0.
+bool fitMillimetres(const std::vector<SurveyedPoint>& points) {
+  return std::all_of(points.begin(), points.end(), [](const SurveyedPoint& p) {
+    return std::fabs(p.position.x) <= kLargestInMillimetres && std::fabs(p.position.y) <= kLargestInMillimetres;
   });
 }
 
@@ -80,7 +81,7 @@ NormalisedPoints normalise(std::vector<TPoint*>& points, bool compareUnshifted) 
   }
 
   const std::vector<bool> isRepeat = findRepeats(rounded, result.origin, compareUnshifted);
-  const bool countable = fitsMillimetres(rounded);
+  const bool countable = fitMillimetres(sorted);
   reserveLarge(result.points, sorted.size());
   reserveLarge(result.positions, sorted.size());
   if (countable) reserveLarge(result.millimetres, sorted.size());

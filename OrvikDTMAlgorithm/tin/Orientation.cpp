@@ -20,10 +20,12 @@ bool isExactDifference(double a, double b, double difference) {
   return a - aRecovered == 0.0 && bRecovered - b == 0.0;
 }
 
-bool productIsRepresentable(double p) {
+// Whether a * b and what its rounding cuts off are doubles of full precision.
+bool productIsRepresentable(double a, double b) {
+  const double p = a * b;
   constexpr double kSmallest = 1e-250;  // well above where the low half of a product would underflow
   constexpr double kLargest = 1e300;
-  return p == 0.0 || (std::fabs(p) > kSmallest && std::fabs(p) < kLargest);
+  return a == 0.0 || b == 0.0 || (std::fabs(p) > kSmallest && std::fabs(p) < kLargest);
 }
 
 int signOf(double v) { return v > 0 ? 1 : v < 0 ? -1 : 0; }
@@ -68,7 +70,7 @@ int exactOrientation(const Position& a, const Position& b, const Position& c) {
   const double right = by * cx;
   const bool differencesExact = isExactDifference(b.x, a.x, bx) && isExactDifference(b.y, a.y, by) &&
                                 isExactDifference(c.x, a.x, cx) && isExactDifference(c.y, a.y, cy);
-  if (!differencesExact || !productIsRepresentable(left) || !productIsRepresentable(right)) {
+  if (!differencesExact || !productIsRepresentable(bx, cy) || !productIsRepresentable(by, cx)) {
     return orientationInWholeNumbers(a, b, c);
   }
   // Rounding is monotonic, so products that round differently differ that way; otherwise what rounding cut off decides.

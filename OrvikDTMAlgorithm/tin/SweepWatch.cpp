@@ -1,6 +1,6 @@
+#include <algorithm>
 #include <cmath>
 
-#include <OrvikDTMAlgorithm/tin/PositionSet.h>
 #include <OrvikDTMAlgorithm/tin/SweepWatch.h>
 
 inline namespace OrvikDTM {
@@ -28,12 +28,16 @@ bool SweepWatch::hasAllPositions() const {
     isVertex[mesh_.edges[edge].end] = true;
   }
   if (std::find(isVertex.begin(), isVertex.end(), false) == isVertex.end()) return true;
-  PositionSet vertices(mesh_.points.size());
-  for (std::size_t i = 0; i < isVertex.size(); ++i) {
-    if (isVertex[i]) vertices.insert(mesh_.points[i]);
+  const auto before = [](const MillimetrePosition& a, const MillimetrePosition& b) {
+    return a.y != b.y ? a.y < b.y : a.x < b.x;
+  };
+  std::vector<MillimetrePosition> vertices;
+  for (Number i = 0; i < isVertex.size(); ++i) {
+    if (isVertex[i]) vertices.push_back(plane_[i]);
   }
-  for (std::size_t i = 0; i < isVertex.size(); ++i) {
-    if (!isVertex[i] && vertices.find(mesh_.points[i]) == PositionSet::kNone) return false;
+  std::sort(vertices.begin(), vertices.end(), before);
+  for (Number i = 0; i < isVertex.size(); ++i) {
+    if (!isVertex[i] && !std::binary_search(vertices.begin(), vertices.end(), plane_[i], before)) return false;
   }
   return true;
 }
