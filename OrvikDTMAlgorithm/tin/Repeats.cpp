@@ -48,9 +48,15 @@ std::vector<bool> repeatsOfShifted(const std::vector<Position>& rounded, const P
 }  // namespace
 
 std::vector<bool> findRepeats(const std::vector<Position>& rounded, const Position& origin, bool compareUnshifted) {
-  if (compareUnshifted || samePosition(origin, {0.0, 0.0})) return repeatsInRows(rounded);
-  if (!canMeetShifted(rounded, origin)) return {};
-  return repeatsOfShifted(rounded, origin);
+  constexpr Position kNoShift{0.0, 0.0};
+  const Position shift = compareUnshifted ? kNoShift : origin;
+  // Infinities, which come first or last, round to 0.
+  const bool comesByY =
+      std::is_sorted(rounded.begin(), rounded.end(), [](const Position& a, const Position& b) { return a.y < b.y; });
+  if (!comesByY) return repeatsOfShifted(rounded, shift);
+  if (samePosition(shift, kNoShift)) return repeatsInRows(rounded);
+  if (!canMeetShifted(rounded, shift)) return {};
+  return repeatsOfShifted(rounded, shift);
 }
 
 }  // namespace detail
