@@ -1,0 +1,20 @@
+// Asking for memory before it is needed. Private.
+#pragma once
+
+inline namespace OrvikDTM {
+namespace detail {
+
+// Loops over edges read their points, which lie in survey order, anywhere in memory: so many edges ahead is far enough
+// for a point to have arrived when its turn comes.
+inline constexpr int kPrefetchAhead = 16;
+
+inline void prefetch(const void* address) {
+#if defined(__GNUC__)
+  __builtin_prefetch(address);
+#else
+  static_cast<void>(address);
+#endif
+}
+
+}  // namespace detail
+}  // namespace OrvikDTM
