@@ -3,7 +3,7 @@
 #include <memory>
 
 #include <OrvikDTMAlgorithm/tin/CEType.h>
-#include <OrvikDTMAlgorithm/tin/EdgeTable.h>
+#include <OrvikDTMAlgorithm/tin/EdgeFinder.h>
 #include <OrvikDTMAlgorithm/tin/FaceOrder.h>
 #include <OrvikDTMAlgorithm/tin/PositionSet.h>
 #include <OrvikDTMAlgorithm/tin/Prefetch.h>
@@ -14,9 +14,10 @@ inline namespace OrvikDTM {
 
 namespace {
 
-using detail::EdgeTable;
+using detail::EdgeFinder;
 using detail::Mesh;
 using detail::Number;
+using detail::PlacePair;
 using detail::Position;
 using detail::PositionSet;
 using Face = std::array<int, 3>;
@@ -26,20 +27,31 @@ std::size_t likelyEdges(std::size_t faceCount, std::size_t pointCount) {
   return std::min(3 * faceCount, faceCount + pointCount);
 }
 
+// So many vertices or faces ahead, memory is asked for what they need: long enough for it to answer, few enough for the
+// answers to stay in the innermost cache.
+constexpr std::size_t kBatch = 32;
+
+// The place of a vertex that is at none: no two edges meet there.
+constexpr Number kNowhere = PositionSet::kNone;
+
 // A vertex as the faces look it up.
 struct Vertex {
   Position position;
-  Number place;  // the same for the same position
+  Number place;  // the same for the same position; kNowhere with a NaN coordinate
   bool exists;
 };
 
 std::vector<Vertex> verticesAt(const std::vector<TPoint*>& points) {
-  PositionSet places(points.size());
   std::vector<Vertex> vertices;
   vertices.reserve(points.size());
   for (const TPoint* p : points) {
-    const Position position = p == nullptr ? Position{} : detail::positionOf(*p);
-    vertices.push_back({position, places.insert(position), p != nullptr});
+    vertices.push_back({p == nullptr ? Position{} : detail::positionOf(*p), 0, p != nullptr});
+  }
+  PositionSet places(points.size());
+  for (std::size_t i = 0; i < vertices.size(); ++i) {
+    if (i + kBatch < vertices.size()) places.prefetch(vertices[i + kBatch].position);
+    const Position& position = vertices[i].position;
+    vertices[i].place = detail::samePosition(position, position) ? places.insert(position) : kNowhere;
   }
   return vertices;
 }
@@ -52,7 +64,7 @@ std::vector<Vertex> verticesAt(const std::vector<TPoint*>& points) {
 class FaceMesh {
  public:
   FaceMesh(const std::vector<TPoint*>& points, std::size_t faceCount)
-      : vertices_(verticesAt(points)), edgeTable_(likelyEdges(faceCount, points.size())) {
+      : vertices_(verticesAt(points)), edges_(points.size(), likelyEdges(faceCount, points.size())) {
     mesh_.edges.reserve(likelyEdges(faceCount, points.size()) + 1);
     mesh_.triangles.reserve(faceCount + 1);
   }
@@ -64,8 +76,9 @@ class FaceMesh {
       for (std::size_t i = begin; i < end; ++i) prefetchCorners(faces[i]);
       std::size_t kept = 0;
       for (std::size_t i = begin; i < end; ++i) {
-        if (orderFace(faces[i], batch[kept])) prefetchEdges(batch[kept++]);
+        if (orderFace(faces[i], batch[kept])) prefetchChains(batch[kept++]);
       }
+      for (std::size_t i = 0; i < kept; ++i) prefetchLinks(batch[i]);
       for (std::size_t i = 0; i < kept; ++i) addTriangle(batch[i]);
     }
   }
@@ -78,14 +91,11 @@ class FaceMesh {
   }
 
  private:
-  // Its corners counter-clockwise from the lowest, and the key of the edge that leaves each.
+  // Its corners counter-clockwise from the lowest, and the places that the edge leaving each joins.
   struct OrderedFace {
     std::array<Number, 3> corner;
-    std::array<EdgeTable::Key, 3> key;
+    std::array<PlacePair, 3> joined;
   };
-
-  // Large enough for memory to answer meanwhile, small enough to stay in the innermost cache.
-  static constexpr std::size_t kBatch = 32;
 
   bool exists(int vertex) const { return vertex >= 0 && static_cast<std::size_t>(vertex) < vertices_.size(); }
 
@@ -95,8 +105,12 @@ class FaceMesh {
     }
   }
 
-  void prefetchEdges(const OrderedFace& face) const {
-    for (const EdgeTable::Key& key : face.key) edgeTable_.prefetch(key);
+  void prefetchChains(const OrderedFace& face) const {
+    for (const PlacePair& joined : face.joined) edges_.prefetchChain(joined);
+  }
+
+  void prefetchLinks(const OrderedFace& face) const {
+    for (const PlacePair& joined : face.joined) edges_.prefetchLink(joined);
   }
 
   // False when the face names no vertex or its corners have no such order.
@@ -110,7 +124,7 @@ class FaceMesh {
     if (!detail::faceOrder(position, order)) return false;
     for (std::size_t i = 0; i < 3; ++i) ordered.corner[i] = static_cast<Number>(face[order[i]]);
     for (std::size_t i = 0; i < 3; ++i) {
-      ordered.key[i] = {vertices_[ordered.corner[i]].place, vertices_[ordered.corner[(i + 1) % 3]].place};
+      ordered.joined[i] = {vertices_[ordered.corner[i]].place, vertices_[ordered.corner[(i + 1) % 3]].place};
     }
     return true;
   }
@@ -119,30 +133,25 @@ class FaceMesh {
     const Number number = mesh_.triangleCount() + 1;
     std::array<Number, 3> edge;
     for (std::size_t i = 0; i < 3; ++i) {
-      edge[i] = knownOrNewEdge(face.corner[i], face.corner[(i + 1) % 3], face.key[i]);
-      takeFreeSide(mesh_.edges[edge[i]], number);
+      edge[i] = edgeBeside(number, face.corner[i], face.corner[(i + 1) % 3], face.joined[i]);
     }
     mesh_.addTriangle(edge[0], edge[1], edge[2]);
   }
 
-  static void takeFreeSide(detail::MeshEdge& edge, Number triangle) {
-    (edge.left == 0 ? edge.left : edge.right) = triangle;
-  }
-
-  Number knownOrNewEdge(Number from, Number to, const EdgeTable::Key& key) {
-    if (!equalsItself(from) || !equalsItself(to)) return mesh_.addEdge(from, to);
-    Number& number = edgeTable_.numberOf(key);
-    if (number == 0) number = mesh_.addEdge(from, to);
+  // The edge between two corners: a new one with the triangle to its left, or a known one, which gets it to its right.
+  Number edgeBeside(Number triangle, Number from, Number to, const PlacePair& joined) {
+    const Number next = mesh_.edgeCount() + 1;
+    const Number number = joined.high == kNowhere ? next : edges_.numberOf(joined, next);
+    if (number == next) {
+      mesh_.edges.push_back({from, to, triangle, 0});
+    } else {
+      mesh_.edges[number].right = triangle;
+    }
     return number;
   }
 
-  // False with a NaN coordinate: such a vertex is at no place, and no two edges meet there.
-  bool equalsItself(Number vertex) const {
-    return detail::samePosition(vertices_[vertex].position, vertices_[vertex].position);
-  }
-
   std::vector<Vertex> vertices_;
-  EdgeTable edgeTable_;
+  EdgeFinder edges_;
   Mesh mesh_;
 };
 

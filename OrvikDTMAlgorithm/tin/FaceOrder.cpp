@@ -9,6 +9,8 @@ namespace detail {
 
 namespace {
 
+constexpr std::array<Number, 3> kNextCorner = {1, 2, 0};
+
 // The turn from one ray to another: 1 counter-clockwise, -1 clockwise, and 0 when it is so slight, or the rays so short
 // or long, that it does not certainly tell which rounded direction is the smaller.
 //
@@ -31,11 +33,12 @@ int certainTurn(const Position& a, const Position& b) {
   const double b2 = b.x * b.x + b.y * b.y;
   const double cross = a.x * b.y - a.y * b.x;
   const bool ordinary = a2 > kShortest2 && a2 < kLongest2 && b2 > kShortest2 && b2 < kLongest2;
-  if (!ordinary || !(cross * cross > kSlightest2 * (a2 * b2))) return 0;
-  return cross > 0 ? 1 : -1;
+  const bool isCertain = ordinary && cross * cross > kSlightest2 * (a2 * b2);
+  return isCertain ? (cross > 0) - (cross < 0) : 0;
 }
 
-bool isLower(const Position& a, const Position& b) { return a.y < b.y || (a.y == b.y && a.x < b.x); }
+// Evaluated whole: which corner is the lowest cannot be foreseen, and a wrong guess costs more than a comparison.
+bool isLower(const Position& a, const Position& b) { return (a.y < b.y) | ((a.y == b.y) & (a.x < b.x)); }
 
 bool orderOfSweep(const std::array<Position, 3>& corner, std::array<Number, 3>& order) {
   const std::vector<Number> swept = sweepOrder({corner.begin(), corner.end()});
@@ -48,15 +51,15 @@ bool orderOfSweep(const std::array<Position, 3>& corner, std::array<Number, 3>& 
 
 bool faceOrder(const std::array<Position, 3>& corner, std::array<Number, 3>& order) {
   // Where a comparison meets a NaN, or two corners are in one place, one of the rays has no length and the turn is 0.
-  Number first = isLower(corner[1], corner[0]) ? 1 : 0;
-  if (isLower(corner[2], corner[first])) first = 2;
-  const Number second = (first + 1) % 3;
-  const Number third = (first + 2) % 3;
+  const Number lowerOfTwo = isLower(corner[1], corner[0]) ? 1 : 0;
+  const Number first = isLower(corner[2], corner[lowerOfTwo]) ? 2 : lowerOfTwo;
+  const Number second = kNextCorner[first];
+  const Number third = kNextCorner[second];
   const Position& origin = corner[first];
   const int turn = certainTurn({corner[second].x - origin.x, corner[second].y - origin.y},
                                {corner[third].x - origin.x, corner[third].y - origin.y});
   if (turn == 0) return orderOfSweep(corner, order);
-  order = turn > 0 ? std::array{first, second, third} : std::array{first, third, second};
+  order = {first, turn > 0 ? second : third, turn > 0 ? third : second};
   return true;
 }
 
