@@ -164,7 +164,8 @@ CEType* CEType::initCETypeFromFaces(const std::vector<TPoint*>& vertices,
   faceMesh.add(faces);
   if (!faces.empty()) Surface::MAXPOINTS = kCornersOfFace;  // what ordering a face's corners leaves there
   const Mesh mesh = faceMesh.takeMesh();
-  const auto capacity = static_cast<int>(std::max(mesh.edges.size(), std::size_t{100}));
+  // Of faces that are given more than once there are more than edges.
+  const auto capacity = static_cast<int>(std::max({mesh.edges.size(), mesh.triangles.size(), std::size_t{100}}));
   return detail::publishNew(mesh, vertices, {capacity, capacity, capacity});
 }
 
