@@ -18,7 +18,7 @@ void DTMSurface::release() {
   arrayBegin = nullptr;
   arrayEnd = nullptr;
   dropModel();
-  resetStatistics();
+  statistics = {};
 }
 
 DTMSurface* DTMSurface::clone() const {
@@ -29,7 +29,7 @@ DTMSurface* DTMSurface::clone() const {
   std::unique_ptr<DTMSurface, decltype(releaseAll)> copy(new DTMSurface, releaseAll);
   copy->setSurfaceName(surfaceName);
   copy->isDrawDTM = isDrawDTM;
-  copy->copyStatistics(*this);
+  copy->statistics = latest();
   copy->surfacePoints.reserve(surfacePoints.size());
   for (const SurfacePoint* point : surfacePoints) {
     copy->surfacePoints.push_back(point == nullptr ? nullptr : point->clone());
@@ -38,9 +38,15 @@ DTMSurface* DTMSurface::clone() const {
   return copy.release();
 }
 
-void DTMSurface::dropModel() { setCEType(nullptr); }
+// A promised TIN that is dropped before anybody looked is not built; what becomes of the statistics is the caller's.
+void DTMSurface::dropModel() {
+  modelPromised = false;
+  delete ceType;
+  ceType = nullptr;
+}
 
 void DTMSurface::setCEType(CEType* model) {
+  keepPromise();
   if (model == ceType) return;
   delete ceType;
   ceType = model;

@@ -1,7 +1,16 @@
 // One named terrain surface: its survey points, its TIN, and the statistics of that TIN.
 //
-// The TIN is built when it is first needed and rebuilt after the points have changed; getCEType() is the way to it. Not
-// for several threads at once.
+// 1. The TIN is built when it is first needed and rebuilt after the points have changed; getCEType() is the way to it.
+//
+// 2. An edit that promises a rebuilt TIN keeps its word when somebody looks, so any number of edits in a row cost one
+// build. To a host that looks, by whatever member, it is as if every edit had rebuilt at once. Reading a statistic,
+// also through a const surface, may therefore build, and a host that looks after every edit pays for as many builds.
+//
+// 3. Not promised: when Surface::MAXPOINTS and Surface::FLAG change, and what a promised TIN makes of a record or a
+// list that the host changes through a pointer or reference kept from before the edit. Get it anew from
+// getSurfacePoints().
+//
+// 4. Not for several threads at once, const members included.
 #pragma once
 
 #include <vector>
@@ -47,33 +56,33 @@ class ORVIKDTM_API DTMSurface {
   void setIsDrawDTM(bool on) { isDrawDTM = on; }
 
   // Extent in plan: x = easting, y = northing.
-  double getRangeMinX() const { return rangeMinX; }
-  double getRangeMaxX() const { return rangeMaxX; }
-  double getRangeMinY() const { return rangeMinY; }
-  double getRangeMaxY() const { return rangeMaxY; }
-  void setRangeMinX(double v) { rangeMinX = v; }
-  void setRangeMaxX(double v) { rangeMaxX = v; }
-  void setRangeMinY(double v) { rangeMinY = v; }
-  void setRangeMaxY(double v) { rangeMaxY = v; }
+  double getRangeMinX() const { return latest().rangeMinX; }
+  double getRangeMaxX() const { return latest().rangeMaxX; }
+  double getRangeMinY() const { return latest().rangeMinY; }
+  double getRangeMaxY() const { return latest().rangeMaxY; }
+  void setRangeMinX(double v) { latest().rangeMinX = v; }
+  void setRangeMaxX(double v) { latest().rangeMaxX = v; }
+  void setRangeMinY(double v) { latest().rangeMinY = v; }
+  void setRangeMaxY(double v) { latest().rangeMaxY = v; }
 
   // Lowest and highest elevation.
-  double getMinElev() const { return minElev; }
-  double getMaxElev() const { return maxElev; }
-  void setMinElev(double v) { minElev = v; }
-  void setMaxElev(double v) { maxElev = v; }
+  double getMinElev() const { return latest().minElev; }
+  double getMaxElev() const { return latest().maxElev; }
+  void setMinElev(double v) { latest().minElev = v; }
+  void setMaxElev(double v) { latest().maxElev = v; }
 
   // Area and hull length, in plan (two-D) and along the surface (three-D).
-  double getTwoDArea() const { return twoDArea; }
-  double getThreeDArea() const { return threeDArea; }
-  void setTwoDArea(double v) { twoDArea = v; }
-  void setThreeDArea(double v) { threeDArea = v; }
-  double getPerimeterTwoD() const { return perimeterTwoD; }
-  double getPerimeterThreeD() const { return perimeterThreeD; }
-  void setPerimeterTwoD(double v) { perimeterTwoD = v; }
-  void setPerimeterThreeD(double v) { perimeterThreeD = v; }
+  double getTwoDArea() const { return latest().twoDArea; }
+  double getThreeDArea() const { return latest().threeDArea; }
+  void setTwoDArea(double v) { latest().twoDArea = v; }
+  void setThreeDArea(double v) { latest().threeDArea = v; }
+  double getPerimeterTwoD() const { return latest().perimeterTwoD; }
+  double getPerimeterThreeD() const { return latest().perimeterThreeD; }
+  void setPerimeterTwoD(double v) { latest().perimeterTwoD = v; }
+  void setPerimeterThreeD(double v) { latest().perimeterThreeD = v; }
 
-  int getTrianglesNumber() const { return trianglesNumber; }
-  void setTrianglesNumber(int v) { trianglesNumber = v; }
+  int getTrianglesNumber() const { return latest().trianglesNumber; }
+  void setTrianglesNumber(int v) { latest().trianglesNumber = v; }
 
   // ---- points
   // ----------------------------------------------------------------------------------------------------------
@@ -81,20 +90,20 @@ class ORVIKDTM_API DTMSurface {
   // The number of points in the list.
   int getPointsNumber() const { return static_cast<int>(surfacePoints.size()); }
 
-  // The list itself; the records stay the surface's.
-  std::vector<SurfacePoint*>& getSurfacePoints() { return surfacePoints; }
-  const std::vector<SurfacePoint*>& getSurfacePoints() const { return surfacePoints; }
+  // The list itself; the records stay the surface's. Both forms are a look: the records may be changed through them.
+  std::vector<SurfacePoint*>& getSurfacePoints() { return keepPromise(), surfacePoints; }
+  const std::vector<SurfacePoint*>& getSurfacePoints() const { return keepPromise(), surfacePoints; }
 
   // Makes the surface refer to the caller's records (made with `new`) in place of its own, which are not released. An
   // empty list changes nothing. The TIN is left alone.
   void setSurfacePoints(const std::vector<SurfacePoint*>& points);
 
-  // Adopts `point` (made with `new`), names its surface, inserts it before position min(index, length) and rebuilds the
-  // TIN. Returns 1; 0 for a null point.
+  // Adopts `point` (made with `new`), names its surface, inserts it before position min(index, length) and promises a
+  // rebuilt TIN. Returns 1; 0 for a null point.
   int addSurfacePoint(SurfacePoint* point, unsigned long long index);
 
-  // Puts `point` (made with `new`) in place of entry `index`, which is released, and rebuilds the TIN. Returns 1; 0,
-  // and `point` stays the caller's, when there is no such entry or `point` is null.
+  // Puts `point` (made with `new`) in place of entry `index`, which is released, and promises a rebuilt TIN. Returns
+  // 1; 0, and `point` stays the caller's, when there is no such entry or `point` is null.
   int updateSurfacePoint(unsigned int index, SurfacePoint* point);
 
   // Removes min(length - index, count) entries from `index` on and drops the TIN; the next user rebuilds it. The
@@ -105,12 +114,14 @@ class ORVIKDTM_API DTMSurface {
 
   // Makes the surface refer to the `count` records of a caller's array, which stay the caller's and must outlive their
   // use here; the records listed before are released (save those of an earlier array). The TIN is left as it is: call
-  // setCEType(nullptr) to have it rebuilt. Returns 1.
+  // setCEType(nullptr) to have it rebuilt. While the surface refers to an array, which may change at any time, edits
+  // rebuild at once. Returns 1.
   int updateDTMSurface(int count, SurfacePoint* points);
 
   // Reads a point file (".dat" or ".csv", any case; name, code, easting, northing, elevation) and appends its points to
-  // this surface and to `out`; the records are the surface's. If there are any in `out` then, the TIN is rebuilt. A
-  // file that cannot be read, or has another extension, changes nothing.
+  // this surface and to `out`; the records are the surface's. If there are any in `out` then, the TIN is rebuilt at
+  // once, since the records are in the host's hands. A file that cannot be read, or has another extension, changes
+  // nothing.
   void loadSurfacePointsFile(const char* path, std::vector<SurfacePoint*>& out);
 
   // Points for the triangulation: x = easting and y = northing rounded to four decimals, halves away from zero, z as it
@@ -126,7 +137,7 @@ class ORVIKDTM_API DTMSurface {
   CEType* getCEType();
 
   // True when there is no TIN, or none of the present points.
-  bool isNeedInit() const { return ceType == nullptr; }
+  bool isNeedInit() const { return keepPromise(), ceType == nullptr; }
 
   // Destroys the present TIN and adopts `model` (null: the next use rebuilds). The statistics are left alone.
   void setCEType(CEType* model);
@@ -143,29 +154,46 @@ class ORVIKDTM_API DTMSurface {
   FillCutResult* getFillCut(double elevation);
 
  private:
-  void refreshStatistics();
-  void resetStatistics();
+  struct Statistics {
+    int trianglesNumber = 0;
+    double twoDArea = 0.0;
+    double threeDArea = 0.0;
+    double minElev = 0.0;
+    double maxElev = 0.0;
+    double rangeMinX = 0.0;
+    double rangeMaxX = 0.0;
+    double rangeMinY = 0.0;
+    double rangeMaxY = 0.0;
+    double perimeterTwoD = 0.0;
+    double perimeterThreeD = 0.0;
+  };
+
+  // Builds the TIN that an edit promised. Whatever shows or replaces the TIN or its statistics, or hands out or
+  // releases what it is built from, comes here first.
+  void keepPromise() const {
+    if (modelPromised) buildPromised();
+  }
+  Statistics& latest() const { return keepPromise(), statistics; }
+
+  void promiseModel();
+  void buildPromised() const;
+  void build() const;
   void rebuild();
   void dropModel();
-  void copyStatistics(const DTMSurface& source);
+  void refreshStatistics() const;
   void releaseRecord(const SurfacePoint* point) const;
 
   char surfaceName[24] = {};
   int pointsNumber = 0;
-  int trianglesNumber = 0;
-  double twoDArea = 0.0;
-  double threeDArea = 0.0;
-  double minElev = 0.0;
-  double maxElev = 0.0;
-  double rangeMinX = 0.0;
-  double rangeMaxX = 0.0;
-  double rangeMinY = 0.0;
-  double rangeMaxY = 0.0;
   bool isDrawDTM = true;
-  double perimeterTwoD = 0.0;
-  double perimeterThreeD = 0.0;
   std::vector<SurfacePoint*> surfacePoints;
-  CEType* ceType = nullptr;
+
+  // The TIN and its statistics: mutable, because keeping a promise changes them although, to the outside, they have
+  // been so since the edit. `promisedComparison` is what Surface::COMPAREUNSHIFTED was at that edit.
+  mutable CEType* ceType = nullptr;
+  mutable Statistics statistics;
+  mutable bool modelPromised = false;
+  int promisedComparison = 0;
 
   // The caller's array that updateDTMSurface() was given: its records are never released here.
   const SurfacePoint* arrayBegin = nullptr;

@@ -1,4 +1,4 @@
-// Editing the point list of a surface. Every edit makes the TIN stale; adding and replacing a point rebuild it at once.
+// Editing the point list of a surface. Every edit makes the TIN stale; adding and replacing a point promise a new one.
 #include <algorithm>
 
 #include <OrvikDTMAlgorithm/surface/DTMSurface.h>
@@ -8,6 +8,7 @@ inline namespace OrvikDTM {
 
 void DTMSurface::setSurfacePoints(const std::vector<SurfacePoint*>& points) {
   if (points.empty()) return;
+  keepPromise();
   surfacePoints = points;
   pointsNumber = getPointsNumber();
 }
@@ -18,7 +19,7 @@ int DTMSurface::addSurfacePoint(SurfacePoint* point, unsigned long long index) {
   surfacePoints.insert(surfacePoints.begin() + static_cast<std::ptrdiff_t>(position), point);
   point->setSurfaceName(surfaceName);
   ++pointsNumber;
-  rebuild();
+  promiseModel();
   return 1;
 }
 
@@ -28,13 +29,14 @@ int DTMSurface::updateSurfacePoint(unsigned int index, SurfacePoint* point) {
   SurfacePoint* replaced = surfacePoints[index];
   surfacePoints[index] = point;
   if (replaced != point) releaseRecord(replaced);
-  rebuild();
+  promiseModel();
   return 1;
 }
 
 int DTMSurface::deleteSurfacePoint(unsigned int index, unsigned long long count) {
   const std::size_t length = surfacePoints.size();
   if (index >= length || count == 0) return 0;
+  keepPromise();  // the statistics go on describing the TIN before the deletion
   const auto releaseEnd = static_cast<std::size_t>(std::min<unsigned long long>(count, length));
   for (std::size_t i = index; i < releaseEnd; ++i) releaseRecord(surfacePoints[i]);
 
@@ -47,6 +49,7 @@ int DTMSurface::deleteSurfacePoint(unsigned int index, unsigned long long count)
 }
 
 int DTMSurface::updateDTMSurface(int count, SurfacePoint* points) {
+  keepPromise();
   for (const SurfacePoint* point : surfacePoints) releaseRecord(point);
   surfacePoints.clear();
   const int length = points == nullptr ? 0 : std::max(count, 0);

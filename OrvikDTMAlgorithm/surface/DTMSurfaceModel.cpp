@@ -42,6 +42,20 @@ std::vector<TPoint*> pointersTo(std::vector<TPoint>& points) {
   return pointers;
 }
 
+// What counts as a repeated position is settled by the edit, not by the look that has the TIN built.
+class ComparisonAsPromised {
+ public:
+  explicit ComparisonAsPromised(int promised) : present_(Surface::COMPAREUNSHIFTED) {
+    Surface::COMPAREUNSHIFTED = promised;
+  }
+  ~ComparisonAsPromised() { Surface::COMPAREUNSHIFTED = present_; }
+  ComparisonAsPromised(const ComparisonAsPromised&) = delete;
+  ComparisonAsPromised& operator=(const ComparisonAsPromised&) = delete;
+
+ private:
+  int present_;
+};
+
 }  // namespace
 
 std::vector<TPoint*> DTMSurface::getTPointList(std::vector<SurfacePoint*> points) const {
@@ -55,58 +69,59 @@ std::vector<TPoint*> DTMSurface::getTPointList(std::vector<SurfacePoint*> points
 }
 
 CEType* DTMSurface::getCEType() {
-  if (ceType != nullptr) return ceType;
-  resetStatistics();
-  if (surfacePoints.size() < kPointsOfATriangle) return nullptr;
+  keepPromise();
+  if (ceType == nullptr) build();
+  return ceType;
+}
 
+void DTMSurface::build() const {
+  statistics = {};
+  if (surfacePoints.size() < kPointsOfATriangle) return;
   const auto points = roundedForTIN(surfacePoints);
   std::vector<TPoint*> pointers = pointersTo(*points);
   ceType = Surface::optimizeTIN(pointers);
-  if (ceType == nullptr) return nullptr;
+  if (ceType == nullptr) return;
   ceType->holdPoints(points);
   refreshStatistics();
-  return ceType;
 }
 
 void DTMSurface::rebuild() {
   dropModel();
-  getCEType();
+  build();
 }
 
-void DTMSurface::resetStatistics() {
-  static const DTMSurface empty;
-  copyStatistics(empty);
+void DTMSurface::promiseModel() {
+  dropModel();
+  const bool mayChangeUnseen = arrayBegin != arrayEnd;  // the records of a caller's array change and go as it likes
+  if (mayChangeUnseen) {
+    build();
+    return;
+  }
+  promisedComparison = Surface::COMPAREUNSHIFTED;
+  modelPromised = true;
 }
 
-void DTMSurface::copyStatistics(const DTMSurface& source) {
-  trianglesNumber = source.trianglesNumber;
-  twoDArea = source.twoDArea;
-  threeDArea = source.threeDArea;
-  minElev = source.minElev;
-  maxElev = source.maxElev;
-  rangeMinX = source.rangeMinX;
-  rangeMaxX = source.rangeMaxX;
-  rangeMinY = source.rangeMinY;
-  rangeMaxY = source.rangeMaxY;
-  perimeterTwoD = source.perimeterTwoD;
-  perimeterThreeD = source.perimeterThreeD;
+void DTMSurface::buildPromised() const {
+  const ComparisonAsPromised asPromised(promisedComparison);
+  modelPromised = false;
+  build();
 }
 
-void DTMSurface::refreshStatistics() {
+void DTMSurface::refreshStatistics() const {
   const TList* triangles = ceType->getTList();
-  trianglesNumber = triangles == nullptr ? 0 : triangles->getListLen();
-  twoDArea = ceType->getArea2D();
-  threeDArea = ceType->getArea3D();
+  statistics.trianglesNumber = triangles == nullptr ? 0 : triangles->getListLen();
+  statistics.twoDArea = ceType->getArea2D();
+  statistics.threeDArea = ceType->getArea3D();
   const std::unique_ptr<double[]> heights(ceType->getMinMaxHeight());
-  minElev = heights[0];
-  maxElev = heights[1];
-  perimeterTwoD = ceType->getTotalLength2D();
-  perimeterThreeD = ceType->getTotalLength3D();
+  statistics.minElev = heights[0];
+  statistics.maxElev = heights[1];
+  statistics.perimeterTwoD = ceType->getTotalLength2D();
+  statistics.perimeterThreeD = ceType->getTotalLength3D();
   const std::vector<double> extent = ceType->getRangeXY();  // largest y, smallest y, largest x, smallest x
-  rangeMaxY = extent[0];
-  rangeMinY = extent[1];
-  rangeMaxX = extent[2];
-  rangeMinX = extent[3];
+  statistics.rangeMaxY = extent[0];
+  statistics.rangeMinY = extent[1];
+  statistics.rangeMaxX = extent[2];
+  statistics.rangeMinX = extent[3];
 }
 
 int DTMSurface::setRangeList(const std::vector<RangePoint*>& range) {

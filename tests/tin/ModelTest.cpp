@@ -1,5 +1,7 @@
 // The model itself: ownership, shallow copies, boundary, the hull polygon as far as queries show it, and the builder of
 // topology from faces against a slow one that searches by looking at every edge.
+#include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <limits>
 #include <memory>
@@ -8,6 +10,7 @@
 #include <OrvikDTMAlgorithm/tin/CEType.h>
 #include <OrvikDTMAlgorithm/tin/ConvexList.h>
 #include <OrvikDTMAlgorithm/tin/EList.h>
+#include <OrvikDTMAlgorithm/tin/Sweep.h>
 #include <OrvikDTMAlgorithm/tin/TList.h>
 #include <OrvikDTMAlgorithm/tin/TPoint.h>
 #include <gtest/gtest.h>
@@ -167,13 +170,24 @@ class SlowTopology {
  private:
   int numberOf(const literal::Point* p) const { return static_cast<int>(p - points_.data()) + 1; }
 
+  // The slow order is for points that have a position; where others come, only the library says.
+  static std::vector<literal::Point*> orderOf(const std::vector<literal::Point*>& corners) {
+    const auto hasPosition = [](const literal::Point* p) { return !std::isnan(p->x) && !std::isnan(p->y); };
+    if (std::all_of(corners.begin(), corners.end(), hasPosition)) return literal::sweepOrder(corners);
+    std::vector<detail::Position> positions;
+    for (const literal::Point* p : corners) positions.push_back({p->x, p->y});
+    std::vector<literal::Point*> order;
+    for (const detail::Number i : detail::sweepOrder(positions)) order.push_back(corners[i]);
+    return order;
+  }
+
   void addFace(const std::array<int, 3>& face) {
     std::vector<literal::Point*> corners;
     for (const int vertex : face) {
       if (vertex < 0 || vertex >= static_cast<int>(points_.size())) return;
       corners.push_back(&points_[static_cast<std::size_t>(vertex)]);
     }
-    const std::vector<literal::Point*> p = literal::sweepOrder(corners);
+    const std::vector<literal::Point*> p = orderOf(corners);
     if (p.empty()) return;
     const int triangle = static_cast<int>(tables_.triangles.size()) + 1;
     std::array<int, 3> numbers{};
@@ -247,6 +261,10 @@ TEST(Topology, ThirdFaceOnAnEdgeTakesTheRightSlot) {
   expectSameTopology({{0, 0, 0}, {4, 0, 0}, {2, 3, 0}, {2, -3, 0}, {2, 5, 0}}, {{0, 1, 2}, {0, 1, 3}, {0, 1, 4}});
 }
 
+TEST(Topology, RepeatedFacesAreAllKept) {
+  expectSameTopology({{0, 0, 0}, {4, 0, 0}, {2, 3, 0}}, Faces(500, {0, 1, 2}));
+}
+
 TEST(Topology, PositionsThatAreRepeatedAreOnePosition) {
   expectSameTopology({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {4, 4, 7}, {0, 0, 9}, {0, 4, 0}},
                      {{0, 1, 2}, {4, 3, 5}, {0, 4, 5}});
@@ -276,6 +294,64 @@ TEST(Topology, RandomFacesAgreeWithTheSlowBuilder) {
     expectSameTopology(vertices, faces);
     if (HasFatalFailure()) return;
   }
+}
+
+// Vertices of every awkward kind: on a small grid, all but in line, beside each other, without a position.
+inputs::Position awkwardVertex(inputs::Random& random) {
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  const auto x = static_cast<double>(random.between(0, 4));
+  const auto y = static_cast<double>(random.between(0, 4));
+  switch (random.between(0, 5)) {
+    case 0:
+      return {x, x * 0.3 + 1e-9 * y, 1};
+    case 1:
+      return {x + 1e-7 * y, y, 2};
+    case 2:
+      return {1e8 + x, y, 3};
+    case 3:
+      return random.between(0, 3) == 0 ? inputs::Position{nan, y, 4} : inputs::Position{x, -0.0, 4};
+    default:
+      return {x, y, 5};
+  }
+}
+
+TEST(Topology, AwkwardFacesAgreeWithTheSlowBuilder) {
+  inputs::Random random(22);
+  for (int round = 0; round < 300; ++round) {
+    inputs::Positions vertices;
+    const auto count = random.between(3, 40);
+    for (std::int64_t i = 0; i < count; ++i) vertices.push_back(awkwardVertex(random));
+    Faces faces;
+    const auto corner = [&] { return static_cast<int>(random.between(0, count - 1)); };
+    for (int i = 0; i < 120; ++i) faces.push_back({corner(), corner(), corner()});
+    expectSameTopology(vertices, faces);
+    if (HasFatalFailure()) return;
+  }
+}
+
+// All edges of a fan leave one vertex, wherever it stands in the list.
+TEST(Topology, FansAroundOneVertexAgreeWithTheSlowBuilder) {
+  constexpr int kBlades = 300;
+  for (const int hub : {0, kBlades / 2, kBlades}) {
+    inputs::Positions vertices;
+    for (int i = 0; i < kBlades; ++i) vertices.push_back({100 * std::cos(0.02 * i), 100 * std::sin(0.02 * i), 0});
+    vertices.insert(vertices.begin() + hub, {0, 0, 7});
+    const auto onRing = [hub](int i) { return i < hub ? i : i + 1; };
+    Faces faces;
+    for (int step : {1, 7, 1}) {
+      for (int i = 0; i + step < kBlades; ++i) faces.push_back({onRing(i), hub, onRing(i + step)});
+    }
+    expectSameTopology(vertices, faces);
+  }
+}
+
+TEST(Topology, FacesOfMissingVerticesAreSkipped) {
+  const OwnedPoints points(inputs::Positions{{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}});
+  std::vector<TPoint*> vertices = points.pointers();
+  vertices[3] = nullptr;
+  const std::unique_ptr<CEType> tin(CEType::initCETypeFromFaces(vertices, {{0, 1, 2}, {0, 2, 3}}));
+  EXPECT_EQ(support::triangleCount(*tin), 1);
+  EXPECT_EQ(support::edgeCount(*tin), 3);
 }
 
 TEST(Topology, ManyFacesAgreeWithTheSlowBuilder) {
