@@ -1,5 +1,4 @@
 // The TIN of a surface: built from the points when it is first needed, its statistics, and the queries that run on it.
-#include <memory>
 
 #include <OrvikDTMAlgorithm/report/U.h>
 #include <OrvikDTMAlgorithm/surface/DTMSurface.h>
@@ -110,13 +109,13 @@ void DTMSurface::buildPromised() const {
 void DTMSurface::refreshStatistics() const {
   const TList* triangles = ceType->getTList();
   statistics.trianglesNumber = triangles == nullptr ? 0 : triangles->getListLen();
-  statistics.twoDArea = ceType->getArea2D();
-  statistics.threeDArea = ceType->getArea3D();
-  const std::unique_ptr<double[]> heights(ceType->getMinMaxHeight());
-  statistics.minElev = heights[0];
-  statistics.maxElev = heights[1];
-  statistics.perimeterTwoD = ceType->getTotalLength2D();
-  statistics.perimeterThreeD = ceType->getTotalLength3D();
+  const TINMeasures measures = ceType->getMeasures();
+  statistics.twoDArea = measures.area2D;
+  statistics.threeDArea = measures.area3D;
+  statistics.minElev = measures.lowest;
+  statistics.maxElev = measures.highest;
+  statistics.perimeterTwoD = measures.length2D;
+  statistics.perimeterThreeD = measures.length3D;
   const std::vector<double> extent = ceType->getRangeXY();  // largest y, smallest y, largest x, smallest x
   statistics.rangeMaxY = extent[0];
   statistics.rangeMinY = extent[1];

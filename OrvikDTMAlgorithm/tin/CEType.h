@@ -30,6 +30,17 @@ class TList;
 class Triangle3;
 struct RangePoint;
 
+// Figures of a whole surface: areas in plan (2D) and along the surface (3D), hull lengths, lowest and highest
+// elevation.
+struct TINMeasures {
+  double area2D = 0.0;
+  double area3D = 0.0;
+  double length2D = 0.0;
+  double length3D = 0.0;
+  double lowest = 0.0;
+  double highest = 0.0;
+};
+
 class ORVIKDTM_API CEType {
  public:
   // A TIN that owns the three lists; any of them may be null.
@@ -105,8 +116,8 @@ class ORVIKDTM_API CEType {
   double getArea2D() const;
   double getArea3D() const;
 
-  // Both sums, in the time of one.
-  void getAreas(double* plan, double* spatial) const;
+  // These and the other figures of the whole surface at once, in the time of one area.
+  TINMeasures getMeasures() const;
 
   // The length of the hull in plan and in space; 0 without a hull.
   double getTotalLength2D() const;

@@ -139,13 +139,11 @@ FillCutResult* CEType::getFillCut(double elevation) {
   result->setCutTwoDArea(cut.planArea);
   result->setCutThreeDArea(cut.spatialArea);
   result->setCutVolume(cut.volume);
-  double plan = 0.0;
-  double spatial = 0.0;
-  getAreas(&plan, &spatial);
-  result->setTwoDArea(plan);
-  result->setThreeDArea(spatial);
-  result->setPerimeterTwoD(getTotalLength2D());
-  result->setPerimeterThreeD(getTotalLength3D());
+  const TINMeasures measures = getMeasures();
+  result->setTwoDArea(measures.area2D);
+  result->setThreeDArea(measures.area3D);
+  result->setPerimeterTwoD(measures.length2D);
+  result->setPerimeterThreeD(measures.length3D);
   return result.release();
 }
 

@@ -15,6 +15,23 @@ inline namespace OrvikDTM {
 
 namespace {
 
+// The lowest and the highest of the heights added; 0 of none.
+class HeightRange {
+ public:
+  void add(double z1, double z2) {
+    lowest_ = std::min({lowest_, z1, z2});
+    highest_ = std::max({highest_, z1, z2});
+    any_ = true;
+  }
+  double lowest() const { return any_ ? lowest_ : 0.0; }
+  double highest() const { return any_ ? highest_ : 0.0; }
+
+ private:
+  double lowest_ = std::numeric_limits<double>::infinity();
+  double highest_ = -std::numeric_limits<double>::infinity();
+  bool any_ = false;
+};
+
 // Calls visit(number, edge) for every edge in number order.
 template <typename Visit>
 void forEachEdge(const EList* edges, Visit visit) {
@@ -42,26 +59,30 @@ void forEachHullEdge(const ConvexList* hull, const EList* edges, Visit visit) {
 
 }  // namespace
 
-void CEType::getAreas(double* plan, double* spatial) const {
+TINMeasures CEType::getMeasures() const {
   // Every length is worked out once, in the edges' order, as two triangles share it.
   struct Lengths {
     double plan;
     double spatial;
   };
-  constexpr double kNoEdge = -1.0;
+  static constexpr Lengths kNoEdge{-1.0, -1.0};
   const int edgeCount = edgeList_ == nullptr ? 0 : edgeList_->getListLen();
-  auto lengths = detail::largeVector<Lengths>(static_cast<std::size_t>(edgeCount) + 1, {kNoEdge, kNoEdge});
-  forEachEdge(edgeList_, [&lengths](int number, const TEdge& edge) {
+  auto lengths = detail::largeVector<Lengths>(static_cast<std::size_t>(edgeCount) + 1, kNoEdge);
+  HeightRange heights;
+  forEachEdge(edgeList_, [&lengths, &heights](int number, const TEdge& edge) {
     const TPoint& start = *edge.getStartPoint();
     const TPoint& end = *edge.getEndPoint();
     lengths[static_cast<std::size_t>(number)] = {detail::planDistance(start, end), detail::spatialDistance(start, end)};
+    heights.add(start.getZ(), end.getZ());
   });
   const auto lengthsOf = [&lengths](int number) -> const Lengths& {
     const auto index = static_cast<std::size_t>(static_cast<unsigned>(number));
-    return lengths[index < lengths.size() ? index : 0];
+    return index < lengths.size() ? lengths[index] : kNoEdge;
   };
-  *plan = 0.0;
-  *spatial = 0.0;
+
+  TINMeasures measures;
+  measures.lowest = heights.lowest();
+  measures.highest = heights.highest();
   for (int tri = 1; tri <= triangleCount(); ++tri) {
     const Triangle* triangle = triangleList_->findByNum(triangleList_, tri);
     if (triangle == nullptr) continue;
@@ -69,25 +90,18 @@ void CEType::getAreas(double* plan, double* spatial) const {
     const Lengths& a = lengthsOf(e[0]);
     const Lengths& b = lengthsOf(e[1]);
     const Lengths& c = lengthsOf(e[2]);
-    if (a.plan == kNoEdge || b.plan == kNoEdge || c.plan == kNoEdge) continue;
-    *plan += detail::planArea(a.plan, b.plan, c.plan);
-    *spatial += detail::spatialArea(a.spatial, b.spatial, c.spatial);
+    if (a.plan == kNoEdge.plan || b.plan == kNoEdge.plan || c.plan == kNoEdge.plan) continue;
+    measures.area2D += detail::planArea(a.plan, b.plan, c.plan);
+    measures.area3D += detail::spatialArea(a.spatial, b.spatial, c.spatial);
   }
+  measures.length2D = getTotalLength2D();
+  measures.length3D = getTotalLength3D();
+  return measures;
 }
 
-double CEType::getArea2D() const {
-  double plan = 0.0;
-  double spatial = 0.0;
-  getAreas(&plan, &spatial);
-  return plan;
-}
+double CEType::getArea2D() const { return getMeasures().area2D; }
 
-double CEType::getArea3D() const {
-  double plan = 0.0;
-  double spatial = 0.0;
-  getAreas(&plan, &spatial);
-  return spatial;
-}
+double CEType::getArea3D() const { return getMeasures().area3D; }
 
 double CEType::getTotalLength2D() const {
   double sum = 0.0;
@@ -102,15 +116,11 @@ double CEType::getTotalLength3D() const {
 }
 
 double* CEType::getMinMaxHeight() const {
-  double lowest = std::numeric_limits<double>::infinity();
-  double highest = -lowest;
-  bool any = false;
-  forEachEdge(edgeList_, [&](int /*number*/, const TEdge& edge) {
-    lowest = std::min({lowest, edge.getStartPoint()->getZ(), edge.getEndPoint()->getZ()});
-    highest = std::max({highest, edge.getStartPoint()->getZ(), edge.getEndPoint()->getZ()});
-    any = true;
+  HeightRange heights;
+  forEachEdge(edgeList_, [&heights](int /*number*/, const TEdge& edge) {
+    heights.add(edge.getStartPoint()->getZ(), edge.getEndPoint()->getZ());
   });
-  return any ? new double[2]{lowest, highest} : new double[2]{0.0, 0.0};
+  return new double[2]{heights.lowest(), heights.highest()};
 }
 
 std::vector<double> CEType::getRangeXY() const {
