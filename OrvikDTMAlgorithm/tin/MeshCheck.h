@@ -37,6 +37,8 @@ class MillimetrePlane {
     return a.y != b.y ? a.y < b.y : a.x < b.x;
   }
 
+  Int128 along(Number i, int dx, int dy) const { return Int128{positions_[i].x} * dx + Int128{positions_[i].y} * dy; }
+
   Area doubledArea(Number i, Number j, Number k) const {
     const MillimetrePosition& a = positions_[i];
     const MillimetrePosition& b = positions_[j];
@@ -91,6 +93,8 @@ class DoublePlane {
     return a.y != b.y ? a.y < b.y : a.x < b.x;
   }
 
+  double along(Number i, int dx, int dy) const { return positions_[i].x * dx + positions_[i].y * dy; }
+
   double doubledArea(Number i, Number j, Number k) const {
     const Position& a = positions_[i];
     const Position& b = positions_[j];
@@ -124,14 +128,49 @@ bool cornersInOrder(const Mesh& mesh, const Plane& plane, Number triangle, std::
   return plane.same(to[0], from[second]) && plane.same(to[second], from[third]) && plane.same(to[third], from[0]);
 }
 
+// The outermost of the numbered positions in eight directions, counter-clockwise, neighbours different.
+template <typename Plane>
+std::vector<Number> outermost(const Plane& plane, const std::vector<Number>& numbers) {
+  constexpr int kDirections[8][2] = {{0, -1}, {1, -1}, {1, 0}, {1, 1}, {0, 1}, {-1, 1}, {-1, 0}, {-1, -1}};
+  std::vector<Number> result;
+  for (const auto& [dx, dy] : kDirections) {
+    const auto nearer = [&plane, dx, dy](Number i, Number j) {
+      return plane.along(i, dx, dy) < plane.along(j, dx, dy);
+    };
+    const Number farthest = *std::max_element(numbers.begin(), numbers.end(), nearer);
+    if (result.empty() || !plane.same(result.back(), farthest)) result.push_back(farthest);
+  }
+  if (result.size() > 1 && plane.same(result.back(), result.front())) result.pop_back();
+  return result;
+}
+
+// The finite positions less those strictly inside an octagon of outermost ones, which are on no hull.
+template <typename Plane>
+std::vector<Number> hullCandidates(const Plane& plane) {
+  std::vector<Number> numbers;
+  numbers.reserve(plane.size());
+  for (Number i = 0; i < plane.size(); ++i) {
+    if (plane.isFinite(i)) numbers.push_back(i);
+  }
+  if (numbers.size() < 3) return numbers;
+  const std::vector<Number> ring = outermost(plane, numbers);
+  if (ring.size() < 3) return numbers;
+  const auto isInside = [&plane, &ring](Number i) {
+    Number from = ring.back();
+    for (const Number to : ring) {
+      if (plane.turn(from, to, i) <= 0) return false;
+      from = to;
+    }
+    return true;
+  };
+  numbers.erase(std::remove_if(numbers.begin(), numbers.end(), isInside), numbers.end());
+  return numbers;
+}
+
 // Twice the area of the convex hull of the plane's finite positions.
 template <typename Plane>
 typename Plane::Area doubledHullArea(const Plane& plane) {
-  std::vector<Number> order;
-  order.reserve(plane.size());
-  for (Number i = 0; i < plane.size(); ++i) {
-    if (plane.isFinite(i)) order.push_back(i);
-  }
+  std::vector<Number> order = hullCandidates(plane);
   typename Plane::Area sum{};
   if (order.size() < 3) return sum;
   std::sort(order.begin(), order.end(), [&plane](Number i, Number j) { return plane.lower(i, j); });

@@ -1,8 +1,12 @@
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <numeric>
 
 #include <OrvikDTMAlgorithm/tin/Direction.h>
+#include <OrvikDTMAlgorithm/tin/LargeArrays.h>
+#include <OrvikDTMAlgorithm/tin/RadixSort.h>
 #include <OrvikDTMAlgorithm/tin/Sweep.h>
 
 inline namespace OrvikDTM {
@@ -35,29 +39,45 @@ std::vector<Number> fromLowest(const std::vector<Position>& points) {
 struct Ray {
   double angle;
   double length2;
-  Number rank;  // its place from the lowest point, which settles what else is equal
   Number point;
 };
 
-bool rayBefore(const Ray& a, const Ray& b) {
-  if (before(a.angle, b.angle)) return true;
-  if (before(b.angle, a.angle)) return false;
-  if (before(b.length2, a.length2)) return true;
-  if (before(a.length2, b.length2)) return false;
-  return a.rank < b.rank;
-}
-
+// To the points from the second of `order` on; what else is equal is settled by their place there.
 std::vector<Ray> raysFromLowest(const std::vector<Position>& points, const std::vector<Number>& order) {
   const Position origin = points[order[0]];
   std::vector<Ray> rays;
-  rays.reserve(order.size() - 1);
-  for (Number rank = 1; rank < order.size(); ++rank) {
-    const Position& p = points[order[rank]];
+  reserveLarge(rays, order.size() - 1);
+  for (std::size_t i = 1; i < order.size(); ++i) {
+    const Position& p = points[order[i]];
     const double dx = p.x - origin.x;
     const double dy = p.y - origin.y;
-    rays.push_back({angleByX(origin.x, origin.y, p.x, p.y), dx * dx + dy * dy, rank, order[rank]});
+    rays.push_back({angleByX(origin.x, origin.y, p.x, p.y), dx * dx + dy * dy, order[i]});
   }
   return rays;
+}
+
+// A key that orders as angles do, which are not negative; NaN comes last.
+std::uint64_t angleKey(double angle) {
+  return std::isnan(angle) ? ~std::uint64_t{0} : std::bit_cast<std::uint64_t>(angle + 0.0);
+}
+
+// The rays by angle, those of one angle by length, the longest first, what is equal as it was.
+std::vector<Ray> sortedRays(const std::vector<Ray>& rays) {
+  auto byAngle = largeVector<KeyedNumber>(rays.size());
+  for (Number i = 0; i < byAngle.size(); ++i) byAngle[i] = {angleKey(rays[i].angle), i};
+  radixSort(byAngle);
+  std::vector<Ray> sorted;
+  reserveLarge(sorted, rays.size());
+  for (const KeyedNumber& item : byAngle) sorted.push_back(rays[item.number]);
+  const auto isLonger = [](const Ray& a, const Ray& b) { return before(b.length2, a.length2); };
+  for (std::size_t first = 0; first < sorted.size();) {
+    std::size_t last = first + 1;
+    while (last < sorted.size() && byAngle[last].key == byAngle[first].key) ++last;
+    sortStably(sorted.begin() + static_cast<std::ptrdiff_t>(first), sorted.begin() + static_cast<std::ptrdiff_t>(last),
+               isLonger);
+    first = last;
+  }
+  return sorted;
 }
 
 // The lowest, then leftmost of points that come by y; rounding may have mixed those at the lowest y.
@@ -91,8 +111,7 @@ double slopeOfFirst(const std::vector<Position>& points, const Position& origin)
 std::vector<Number> sweepOrder(const std::vector<Position>& points) {
   if (points.size() < 3) return {};
   const std::vector<Number> order = fromLowest(points);
-  std::vector<Ray> rays = raysFromLowest(points, order);
-  std::sort(rays.begin(), rays.end(), rayBefore);
+  std::vector<Ray> rays = sortedRays(raysFromLowest(points, order));
   const auto firstGroupEnd =
       std::find_if(rays.begin(), rays.end(), [&rays](const Ray& ray) { return ray.angle != rays.front().angle; });
   if (firstGroupEnd == rays.end()) return {};
