@@ -133,6 +133,7 @@ int DTMSurface::setRangeList(const std::vector<RangePoint*>& range) {
 int DTMSurface::checkSurfacePoint(double n, double e, double* z) {
   CEType* model = getCEType();
   if (model == nullptr) return 0;
+  model->toVertexPosition(&e, &n);
   const double height = model->getHeight(e, n);
   if (U::isInf(height) != 0) return 0;
   if (z != nullptr) *z = height;

@@ -24,12 +24,12 @@ CEType::~CEType() {
 void CEType::setCList(ConvexList* hull) { hullList_ = hull; }
 
 void CEType::setEList(EList* edges) {
-  getTriangle3List();  // what was measured on the old edges is drawn from them
+  triangle3Pending_ = false;  // the old list may be gone already
   edgeList_ = edges;
 }
 
 void CEType::setTList(TList* triangles) {
-  getTriangle3List();
+  triangle3Pending_ = false;
   triangleList_ = triangles;
 }
 

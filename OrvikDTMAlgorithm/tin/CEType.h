@@ -49,7 +49,8 @@ class ORVIKDTM_API CEType {
   CEType& operator=(const CEType& source);
   ~CEType();
 
-  // The lists. A setter does not release the list that it replaces.
+  // The lists. A setter does not release the list that it replaces, nor read it; replacing edges or triangles empties
+  // the list of Triangle3 unless it has been read since the latest volume.
   ConvexList* getCList() const { return hullList_; }
   EList* getEList() const { return edgeList_; }
   TList* getTList() const { return triangleList_; }
@@ -67,11 +68,9 @@ class ORVIKDTM_API CEType {
   void setRangeList(const std::vector<RangePoint*>& range);
 
   // The triangles and pieces of triangles that the latest volume computation measured, with their status (1 cut, -1
-  // fill). They are made when they are first asked for; nothing is spent on them before.
+  // fill). They are made when they are first asked for, from the lists and points as they are then; nothing is spent on
+  // them before. The reference is good until the next volume computation.
   const std::vector<std::shared_ptr<Triangle3>>& getTriangle3List();
-
-  // ---- topology
-  // --------------------------------------------------------------------------------------------------------
 
   // A new TIN of triangular faces, each of three positions in `vertices` counted from 0. Edges between the same plan
   // positions are one edge; the hull list holds the edges with a face on one side only, in edge order. A face that
@@ -79,9 +78,6 @@ class ORVIKDTM_API CEType {
   // and must outlive the result, which is the caller's.
   static CEType* initCETypeFromFaces(const std::vector<TPoint*>& vertices,
                                      const std::vector<std::array<int, 3>>& faces);
-
-  // ---- location and height
-  // ---------------------------------------------------------------------------------------------
 
   // The number of a triangle that holds (x, y), by exact signs and boundary included; 0 outside. Where no triangle does
   // so the first, in scan order, in which (x, y) lies within an area of 0.0001. Starts at the triangle found last.
@@ -108,8 +104,10 @@ class ORVIKDTM_API CEType {
   // (x0 + i * step, y0 + j * step), i = 0..nx, j = 0..ny. No rows for a negative nx, empty rows for a negative ny.
   std::vector<std::vector<double>> proxyTri(double x0, double y0, int nx, int ny, double step);
 
-  // ---- measures
-  // --------------------------------------------------------------------------------------------------------
+  // Where a point surveyed at (*x, *y) lies as a vertex of this TIN. The construction works relative to a local origin,
+  // and moving there and back can change a coordinate's last digit; a host that asks at a surveyed position asks here
+  // first. Positions that are not whole thousandths stay, and so do all in a TIN that was made otherwise.
+  void toVertexPosition(double* x, double* y) const;
 
   // The sum of the triangles' areas in plan and along the surface; 0 without triangles. The area along the surface is
   // NaN when that of a triangle without extent rounds below zero under the root.
@@ -123,8 +121,8 @@ class ORVIKDTM_API CEType {
   double getTotalLength2D() const;
   double getTotalLength3D() const;
 
-  // A new array of two, [lowest z, highest z] over all edges; [0, 0] without edges. The caller releases it with
-  // delete[].
+  // A new array of two, [lowest z, highest z] over all edges; heights that are NaN do not count unless all are. [0, 0]
+  // without edges. The caller releases it with delete[].
   double* getMinMaxHeight() const;
 
   // [largest y, smallest y, largest x, smallest x] of the hull; four zeros without a hull.
@@ -133,9 +131,6 @@ class ORVIKDTM_API CEType {
   // Every distinct point (x, y and z) that the edges use, in order of first use. The points stay the TIN's.
   std::vector<TPoint*> getOriginalList() const;
 
-  // ---- volumes
-  // ---------------------------------------------------------------------------------------------------------
-
   // Fill and cut between this surface and the level z = elevation: where the surface lies below it is filled, where it
   // lies above it is cut. A triangle in the level itself counts as fill without volume. Names are left empty, the
   // totals are this TIN's own measures. The record is the caller's. Null when a boundary of three or more points is
@@ -143,6 +138,9 @@ class ORVIKDTM_API CEType {
   FillCutResult* getFillCut(double elevation);
 
  private:
+  friend class Surface;           // knows the local origin
+  friend struct CETypeInternals;  // the tests' way in
+
   // The three distinct corners of a triangle as a rule names them from its first two edges; false when one does not
   // exist.
   struct Corners {
@@ -158,6 +156,8 @@ class ORVIKDTM_API CEType {
   bool containPoint(double x, double y);
   bool holds(int tri, const TPoint& p) const;
   bool acceptsByArea(int tri, const TPoint& p) const;
+  bool isFlat(int tri) const;
+  int anyNeighbour(int tri) const;
   int nextOnWalk(int tri, const TPoint& p) const;
   struct WalkEnd {
     int found;
@@ -177,6 +177,11 @@ class ORVIKDTM_API CEType {
   std::vector<TPoint> vertexList_;
   int vertexListInvalid_ = 0;
   int lastTriangleNo_ = 1;
+
+  // Set where the construction worked relative to a local origin.
+  bool movedBack_ = false;
+  double originX_ = 0.0;
+  double originY_ = 0.0;
 
   std::shared_ptr<const void> heldPoints_;
   bool triangle3Pending_ = false;

@@ -1,13 +1,11 @@
 // The hull as a closed polygon, and whether a point lies within it.
 #include <unordered_map>
 
-#include <OrvikDTMAlgorithm/tin/CEType.h>
+#include <OrvikDTMAlgorithm/tin/CETypeElements.h>
 #include <OrvikDTMAlgorithm/tin/ConvexList.h>
-#include <OrvikDTMAlgorithm/tin/EList.h>
 #include <OrvikDTMAlgorithm/tin/PointHash.h>
 #include <OrvikDTMAlgorithm/tin/PointInPolygon.h>
 #include <OrvikDTMAlgorithm/tin/TConvex.h>
-#include <OrvikDTMAlgorithm/tin/TEdge.h>
 
 inline namespace OrvikDTM {
 
@@ -17,42 +15,58 @@ using PointIndex = std::unordered_map<TPoint, std::size_t, detail::PointHash>;
 
 }  // namespace
 
+namespace {
+
+// The hull's edges, told apart by the points that they join.
+struct HullSides {
+  std::vector<TPoint> starts;
+  std::vector<TPoint> ends;
+  PointIndex firstWithStart;
+  std::size_t withLength = 0;
+
+  void add(const TPoint& start, const TPoint& end) {
+    if (start == end) return;  // a repeat that the construction kept; the ring goes on as if it were not there
+    firstWithStart.try_emplace(start, starts.size());
+    starts.push_back(start);
+    ends.push_back(end);
+    if (!start.equals(&end)) ++withLength;
+  }
+};
+
+}  // namespace
+
 void CEType::initVertexList() {
   constexpr int kFewestNodes = 3;
   if (hullList_ == nullptr || hullList_->getListLen() < kFewestNodes) return;
 
-  const int count = hullList_->getListLen();
-  std::vector<TPoint> ends;
-  std::vector<TPoint> starts;
-  PointIndex firstWithStart;
-  for (int number = 1; number <= count; ++number) {
-    TConvex* node = hullList_->findByNum(hullList_, number);
+  HullSides sides;
+  for (int number = 1; number <= hullList_->getListLen(); ++number) {
+    const TConvex* node = hullList_->findByNum(hullList_, number);
     const TEdge* edge =
         node == nullptr || edgeList_ == nullptr ? nullptr : edgeList_->findByNum(edgeList_, node->getEdgeNo());
-    if (edge == nullptr || edge->getStartPoint() == nullptr || edge->getEndPoint() == nullptr) {
+    if (!detail::isWhole(edge)) {
       vertexListInvalid_ = 1;
       return;
     }
-    starts.push_back(*edge->getStartPoint());
-    ends.push_back(*edge->getEndPoint());
-    firstWithStart.try_emplace(starts.back(), starts.size() - 1);
-  }
-
-  vertexList_ = {starts[0], ends[0]};
-  PointIndex inList{{starts[0], 0}, {ends[0], 1}};
-  for (;;) {
-    const auto found = firstWithStart.find(vertexList_.back());
-    if (found == firstWithStart.end()) break;
-    const TPoint& next = ends[found->second];
-    if (next.equals(&vertexList_.front())) {
-      // A ring that leaves hull edges over is one of several islands, or goes around a hole.
-      vertexListInvalid_ = vertexList_.size() == static_cast<std::size_t>(count) ? 0 : 1;
-      return;
-    }
-    if (!inList.try_emplace(next, inList.size()).second) break;
-    vertexList_.push_back(next);
+    sides.add(*edge->getStartPoint(), *edge->getEndPoint());
   }
   vertexListInvalid_ = 1;
+  if (sides.starts.empty()) return;
+
+  vertexList_ = {sides.starts[0], sides.ends[0]};
+  PointIndex inList{{sides.starts[0], 0}, {sides.ends[0], 1}};
+  std::size_t walkedWithLength = sides.starts[0].equals(&sides.ends[0]) ? 0 : 1;
+  for (;;) {
+    const auto found = sides.firstWithStart.find(vertexList_.back());
+    if (found == sides.firstWithStart.end()) return;
+    const TPoint& next = sides.ends[found->second];
+    if (!next.equals(&vertexList_.back())) ++walkedWithLength;
+    if (walkedWithLength > 1 && next.equals(&vertexList_.front())) break;
+    if (!inList.try_emplace(next, inList.size()).second) return;
+    vertexList_.push_back(next);
+  }
+  // A ring that leaves hull edges over is one of several islands, or goes around a hole.
+  vertexListInvalid_ = walkedWithLength == sides.withLength ? 0 : 1;
 }
 
 bool CEType::containPoint(double x, double y) {

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include <OrvikDTMAlgorithm/report/NumberText.h>
 #include <OrvikDTMAlgorithm/tin/CETypeElements.h>
 #include <OrvikDTMAlgorithm/tin/Orientation.h>
 #include <OrvikDTMAlgorithm/tin/SideOfLine.h>
@@ -54,6 +55,13 @@ bool CEType::holds(int tri, const TPoint& p) const {
          detail::orientation(c, a, point) * turn >= 0;
 }
 
+bool CEType::isFlat(int tri) const {
+  Corners corners;
+  return cornersOf(tri, corners) &&
+         detail::orientation(detail::positionOf(*corners.p1), detail::positionOf(*corners.p2),
+                             detail::positionOf(*corners.p3)) == 0;
+}
+
 bool CEType::acceptsByArea(int tri, const TPoint& p) const {
   Corners corners;
   if (!cornersOf(tri, corners)) return false;
@@ -61,6 +69,7 @@ bool CEType::acceptsByArea(int tri, const TPoint& p) const {
   const Position a = detail::positionOf(*corners.p1);
   const Position b = detail::positionOf(*corners.p3);
   const Position c = detail::positionOf(*corners.p2);
+  if (detail::orientation(a, b, c) == 0) return false;  // a flat triangle would accept its whole line
   const double parts = areaOf(point, a, c) + areaOf(point, c, b) + areaOf(point, b, a);
   return std::fabs(areaOf(a, b, c) - parts) < kAreaTolerance;
 }
@@ -87,11 +96,24 @@ int CEType::nextOnWalk(int tri, const TPoint& p) const {
   return 0;
 }
 
+// The first neighbour of a triangle across an edge that has a length; 0 when there is none.
+int CEType::anyNeighbour(int tri) const {
+  for (int which = 0; which < kEdgesOfTriangle; ++which) {
+    const TEdge* edge = edgeOf(tri, which);
+    if (edge == nullptr || edge->getStartPoint()->equals(edge->getEndPoint())) continue;
+    const int next = edge->getLeftT() != tri ? edge->getLeftT() : edge->getRightT();
+    if (next >= 1 && next <= triangleCount()) return next;
+  }
+  return 0;
+}
+
 CEType::WalkEnd CEType::walk(int start, const TPoint& p) const {
   int tri = start;
   for (int moves = 0; moves <= triangleCount(); ++moves) {
     if (holds(tri, p)) return {tri, tri};
-    const int next = nextOnWalk(tri, p);
+    int next = nextOnWalk(tri, p);
+    // No side leads out of a flat triangle to a point on its line.
+    if (next == 0 && moves == 0 && isFlat(tri)) next = anyNeighbour(tri);
     if (next == 0) return {0, tri};
     tri = next;
   }
@@ -136,6 +158,16 @@ int CEType::locateTri1(double x, double y) {
   if (found == 0) found = scan(&CEType::acceptsByArea);
   if (found != 0) lastTriangleNo_ = found;
   return found;
+}
+
+void CEType::toVertexPosition(double* x, double* y) const {
+  if (!movedBack_) return;
+  const auto moved = [](double v, double origin) {
+    const double rounded = detail::roundThroughText(detail::kDecimalsOfPosition, v);
+    return rounded == v ? (v - origin) + origin : v;
+  };
+  *x = moved(*x, originX_);
+  *y = moved(*y, originY_);
 }
 
 int* CEType::getRelateT(int tri) const {

@@ -15,7 +15,7 @@ inline namespace OrvikDTM {
 
 namespace {
 
-// The lowest and the highest of the heights added; 0 of none.
+// The lowest and the highest of the heights added, those that are NaN left out; 0 of none, NaN when all are that.
 class HeightRange {
  public:
   void add(double z1, double z2) {
@@ -23,10 +23,15 @@ class HeightRange {
     highest_ = std::max({highest_, z1, z2});
     any_ = true;
   }
-  double lowest() const { return any_ ? lowest_ : 0.0; }
-  double highest() const { return any_ ? highest_ : 0.0; }
+  double lowest() const { return result(lowest_); }
+  double highest() const { return result(highest_); }
 
  private:
+  double result(double extreme) const {
+    if (!any_) return 0.0;
+    return lowest_ > highest_ ? std::numeric_limits<double>::quiet_NaN() : extreme;
+  }
+
   double lowest_ = std::numeric_limits<double>::infinity();
   double highest_ = -std::numeric_limits<double>::infinity();
   bool any_ = false;
@@ -150,7 +155,8 @@ std::vector<TPoint*> CEType::getOriginalList() const {
   bool first = true;
   forEachEdge(edgeList_, [&](int /*number*/, const TEdge& edge) {
     for (TPoint* p : {edge.getStartPoint(), edge.getEndPoint()}) {
-      const bool isNew = known.insert(*p).second;
+      // A point that does not equal itself repeats nothing.
+      const bool isNew = !(*p == *p) || known.insert(*p).second;
       if (isNew || first) result.push_back(p);  // the first edge's points are taken unchecked
     }
     first = false;

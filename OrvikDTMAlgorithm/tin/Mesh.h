@@ -12,6 +12,9 @@ namespace detail {
 
 using Number = std::uint32_t;
 
+// The decimals that positions are rounded to: millimetres when the unit is the metre.
+inline constexpr int kDecimalsOfPosition = 3;
+
 // A position in plan: x = easting, y = northing.
 struct Position {
   double x;

@@ -51,6 +51,12 @@ class MillimetrePlane {
     return area > 0 ? 1 : area < 0 ? -1 : 0;
   }
 
+  // Adds an area, unless the sum is far beyond that of any hull already.
+  static void add(Area& sum, const Area& area) {
+    constexpr Area kBeyondAnyHull = Area{1} << 125;
+    if (sum < kBeyondAnyHull && sum > -kBeyondAnyHull) sum += area;
+  }
+
   // In squared coordinate units.
   static double toArea(Area doubled) {
     return static_cast<double>(doubled) / (2 * kMillimetresPerUnit * kMillimetresPerUnit);
@@ -103,6 +109,8 @@ class DoublePlane {
   }
 
   int turn(Number i, Number j, Number k) const { return orientation(positions_[i], positions_[j], positions_[k]); }
+
+  static void add(Area& sum, double area) { sum += area; }
 
   static double toArea(double doubled) { return doubled / 2; }
 
@@ -199,7 +207,7 @@ TriangleState stateOf(const Mesh& mesh, const Plane& plane, Number triangle, typ
   std::array<Number, 3> corner{};
   if (!cornersInOrder(mesh, plane, triangle, corner)) return TriangleState::Open;
   const auto [a, b, c] = corner;
-  sum += plane.doubledArea(a, b, c);
+  Plane::add(sum, plane.doubledArea(a, b, c));
   const int turn = plane.turn(a, b, c);
   const bool hasRepeat = plane.same(a, b) || plane.same(b, c) || plane.same(c, a);
   return turn > 0 || (turn == 0 && hasRepeat) ? TriangleState::Sound : TriangleState::Turned;

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <unordered_set>
 
 #include <OrvikDTMAlgorithm/report/NumberText.h>
 #include <OrvikDTMAlgorithm/tin/LargeArrays.h>
@@ -14,8 +15,6 @@ inline namespace OrvikDTM {
 namespace detail {
 
 namespace {
-
-constexpr int kDecimals = 3;
 
 bool usable(const TPoint* p) { return p != nullptr && !std::isnan(p->getX()) && !std::isnan(p->getY()); }
 
@@ -55,6 +54,26 @@ std::vector<SurveyedPoint> fromLowest(const std::vector<TPoint*>& points) {
   return sorted;
 }
 
+// Leaves out a point that is given again: it would meet its own position. Both stand among those at one place.
+void dropSecondMeetings(std::vector<SurveyedPoint>& sorted) {
+  std::unordered_set<const TPoint*> met;
+  auto kept = sorted.begin();
+  for (auto first = sorted.begin(); first != sorted.end();) {
+    auto last = first + 1;
+    while (last != sorted.end() && samePosition(last->position, first->position)) ++last;
+    if (last - first == 1) {
+      *kept++ = *first;
+    } else {
+      met.clear();
+      for (; first != last; ++first) {
+        if (met.insert(first->point).second) *kept++ = *first;
+      }
+    }
+    first = last;
+  }
+  sorted.erase(kept, sorted.end());
+}
+
 // Asked of the coordinates before rounding, which turns what is too large for it into 0.
 bool fitMillimetres(const std::vector<SurveyedPoint>& points) {
   return std::all_of(points.begin(), points.end(), [](const SurveyedPoint& p) {
@@ -67,17 +86,18 @@ bool fitMillimetres(const std::vector<SurveyedPoint>& points) {
 NormalisedPoints normalise(std::vector<TPoint*>& points, bool compareUnshifted) {
   NormalisedPoints result;
   const auto firstUnusable = std::stable_partition(points.begin(), points.end(), usable);
-  const std::vector<SurveyedPoint> sorted = fromLowest({points.begin(), firstUnusable});
+  std::vector<SurveyedPoint> sorted = fromLowest({points.begin(), firstUnusable});
   if (sorted.empty()) return result;
+  std::transform(sorted.begin(), sorted.end(), points.begin(), [](const SurveyedPoint& p) { return p.point; });
+  dropSecondMeetings(sorted);
 
   result.origin = sorted.front().position;
   std::vector<Position> rounded;
   reserveLarge(rounded, sorted.size());
   for (std::size_t i = 0; i < sorted.size(); ++i) {
     const Position& p = sorted[i].position;
-    points[i] = sorted[i].point;
     result.origin.x = std::min(result.origin.x, p.x);
-    rounded.push_back({roundThroughText(kDecimals, p.x), roundThroughText(kDecimals, p.y)});
+    rounded.push_back({roundThroughText(kDecimalsOfPosition, p.x), roundThroughText(kDecimalsOfPosition, p.y)});
   }
 
   const std::vector<bool> isRepeat = findRepeats(rounded, result.origin, compareUnshifted);

@@ -43,11 +43,13 @@ bool EvenOddTest::side(const Position& a, const Position& b) {
 }  // namespace detail
 
 bool Surface::isPtInPolygon(const TPoint* p, const std::vector<TPoint*>& polygon) {
-  if (p == nullptr || polygon.empty()) return false;
+  const auto last = std::find_if(polygon.rbegin(), polygon.rend(), [](const TPoint* v) { return v != nullptr; });
+  if (p == nullptr || last == polygon.rend()) return false;
   const Position point = detail::positionOf(*p);
   detail::EvenOddTest test(point);
-  Position previous = detail::positionOf(*polygon.back());
+  Position previous = detail::positionOf(**last);
   for (const TPoint* vertex : polygon) {
+    if (vertex == nullptr) continue;
     const Position next = detail::positionOf(*vertex);
     if (isNearSide(point, previous, next) || test.side(previous, next)) return true;
     previous = next;

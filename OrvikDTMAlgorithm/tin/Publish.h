@@ -1,6 +1,9 @@
 // From the flat mesh to the published lists and back. Private.
 #pragma once
 
+#include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <vector>
 
 #include <OrvikDTMAlgorithm/tin/Mesh.h>
@@ -24,7 +27,12 @@ struct Capacities {
 };
 
 // For a construction from n points: more than a valid sweep fills.
-inline Capacities capacitiesFor(int n) { return {n, 9 * n, 3 * n}; }
+inline Capacities capacitiesFor(int n) {
+  const auto times = [n](std::int64_t factor) {
+    return static_cast<int>(std::clamp<std::int64_t>(factor * n, 0, std::numeric_limits<int>::max()));
+  };
+  return {times(1), times(9), times(3)};
+}
 
 // Brings the three lists up to the mesh: elements that they hold already are overwritten, the others are appended.
 // points[i] is the published point of the mesh's point i.

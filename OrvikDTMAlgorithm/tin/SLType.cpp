@@ -47,7 +47,8 @@ int SLType::deleteData(SLType* list, int num) {
 }
 
 SLType* SLType::switchPos(SLType* list, int a, int b) {
-  if (findByNum(list, a) == nullptr || findByNum(list, b) == nullptr) return nullptr;
+  const auto exists = [list](int num) { return list != nullptr && num >= 1 && num <= list->getListLen(); };
+  if (!exists(a) || !exists(b)) return nullptr;
   std::swap(list->listData_[static_cast<std::size_t>(a - 1)], list->listData_[static_cast<std::size_t>(b - 1)]);
   return list;
 }

@@ -26,11 +26,17 @@ inline Side sideOfCross(double cross) {
   return cross < 0 ? kRight : kLeft;  // NaN counts as left
 }
 
-// The side of (px, py) as seen along (x1, y1) -> (x2, y2). The cross product is in expanded form, which is exact enough
-// near the local origin where the construction works, and evaluated in this order on every machine.
+// Twice the signed area of (x1, y1), (x2, y2), (px, py), positive when they turn counter-clockwise. In expanded form,
+// which is exact enough near the local origin where the construction works, and evaluated in this order on every
+// machine.
+inline double expandedCross(double x1, double y1, double x2, double y2, double px, double py) {
+  return (y1 - y2) * px + (x2 - x1) * py + y2 * x1 - x2 * y1;
+}
+
+// The side of (px, py) as seen along (x1, y1) -> (x2, y2).
 inline Side sideOfLine(double x1, double y1, double x2, double y2, double px, double py) {
   if (sharesAxis(x1, y1, x2, y2, px, py)) return kOnLine;
-  return sideOfCross((y1 - y2) * px + (x2 - x1) * py + y2 * x1 - x2 * y1);
+  return sideOfCross(expandedCross(x1, y1, x2, y2, px, py));
 }
 
 // The same test relative to the edge's start, for queries at projected coordinates, where the expanded form is noise.

@@ -32,6 +32,7 @@ struct FinishedMesh {
   detail::Mesh mesh;
   std::vector<Number> order;
   std::vector<Position> places;
+  bool movedBack;  // the places went to the local origin and back
 };
 
 // The sweep over points in this order, without flips yet; nothing when it is not a valid triangulation. Where
@@ -91,7 +92,7 @@ std::optional<FinishedMesh> buildBySweep(const detail::NormalisedPoints& normali
     // What the sweep has passed over stays relative to the origin.
     if (isVertex[i]) places[i] = {places[i].x + normalised.origin.x, places[i].y + normalised.origin.y};
   }
-  return FinishedMesh{std::move(*mesh), std::move(order), std::move(places)};
+  return FinishedMesh{std::move(*mesh), std::move(order), std::move(places), true};
 }
 
 // The exact triangulation; nothing when the positions are collinear, or too large for it.
@@ -102,7 +103,7 @@ std::optional<FinishedMesh> buildExactly(const detail::NormalisedPoints& normali
   std::vector<Position> places;
   detail::reserveLarge(places, exact.inputIndex.size());
   for (const Number i : exact.inputIndex) places.push_back(detail::inUnits(normalised.millimetres[i]));
-  return FinishedMesh{std::move(exact.mesh), std::move(exact.inputIndex), std::move(places)};
+  return FinishedMesh{std::move(exact.mesh), std::move(exact.inputIndex), std::move(places), false};
 }
 
 void place(TPoint& point, const Position& position) {
@@ -140,8 +141,12 @@ CEType* Surface::optimizeTIN(std::vector<TPoint*>& points) {
   if (!finished) finished = buildExactly(normalised);
   placePoints(normalised, finished);
   if (!finished) return detail::emptyTIN();
-  return detail::publishNew(finished->mesh, detail::reordered(normalised.points, finished->order),
-                            detail::capacitiesFor(count));
+  CEType* tin = detail::publishNew(finished->mesh, detail::reordered(normalised.points, finished->order),
+                                   detail::capacitiesFor(count));
+  tin->movedBack_ = finished->movedBack;
+  tin->originX_ = normalised.origin.x;
+  tin->originY_ = normalised.origin.y;
+  return tin;
 }
 
 bool Surface::isConvex(const TPoint* a, const TPoint* b, const TPoint* c, const TPoint* d) {

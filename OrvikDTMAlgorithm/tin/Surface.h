@@ -56,6 +56,8 @@ class ORVIKDTM_API Surface {
   // that hold more than the fan are left as they are.
   static CEType* buildTIN(PList* points, CEType* cet);
 
+  // The points of the tests must not be null.
+  //
   // True when the segments a-d and b-c properly cross, each end farther than the side test's tolerance off the other's
   // line.
   static bool isConvex(const TPoint* a, const TPoint* b, const TPoint* c, const TPoint* d);

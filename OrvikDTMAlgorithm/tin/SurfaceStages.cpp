@@ -28,10 +28,16 @@ std::vector<detail::Position> positionsOf(const std::vector<TPoint*>& points) {
   return positions;
 }
 
+// Whether a list holds so many elements, and no null one.
+bool holds(const SLType& list, std::size_t count) {
+  const std::vector<void*> elements = list.getListData();
+  return elements.size() == count && std::find(elements.begin(), elements.end(), nullptr) == elements.end();
+}
+
 // Whether the lists hold the fan and nothing else yet.
 bool holdsFan(const CEType& tin, const Mesh& fan) {
-  return tin.getEList()->getListLen() == static_cast<int>(fan.edgeCount()) &&
-         tin.getTList()->getListLen() == static_cast<int>(fan.triangleCount());
+  return holds(*tin.getEList(), fan.edgeCount()) && holds(*tin.getTList(), fan.triangleCount()) &&
+         holds(*tin.getCList(), fan.hull.size());
 }
 
 }  // namespace

@@ -25,11 +25,7 @@ Side sideOf(const Mesh& mesh, Number edge, Number point) {
 // point. This keeps, for every prefix of the run, bounds that tell of most points that they lie on none of its lines.
 class LeadingRun {
  public:
-  explicit LeadingRun(const Mesh& mesh) : mesh_(mesh) {
-    double extent = 0.0;
-    for (const Position& p : mesh.points) extent = std::max({extent, std::fabs(p.x), std::fabs(p.y)});
-    noise_ = kNoisePerSquaredExtent * extent * extent;
-  }
+  explicit LeadingRun(const Mesh& mesh) : mesh_(mesh) {}
 
   // The number of the last entry of the run; 1 when it is empty.
   std::size_t last() const { return bounds_.size() + 1; }
@@ -45,15 +41,17 @@ class LeadingRun {
   // True when `point` certainly lies on the line of none of the entries 2..number.
   //
   // Let d be an entry's direction, q the way from the lowest point to `point`, both in the frame of the run (along,
-  // across). The computed cross product of the side test is d x q plus that of the lowest point, which is within the
-  // tolerance, plus rounding noise; and d x q >= smallest along * q.across - largest |across| * |q.along|.
+  // across). The exact cross product of the side test is d x q plus that of the lowest point, and d x q >= smallest
+  // along * q.across - largest |across| * |q.along|. Both crosses are computed with some noise.
   bool misses(std::size_t number, Number point) const {
     const Position& origin = mesh_.points[kLowest];
     const Position& p = mesh_.points[point];
     const Position q = inFrame({p.x - origin.x, p.y - origin.y});
     const Bounds& b = bounds_[number - 2];
+    const double extent = std::max({b.extent, std::fabs(p.x), std::fabs(p.y)});
+    const double noise = kNoisePerSquaredExtent * extent * extent;
     return q.y > 0 && b.smallestAlong > 0 &&
-           b.smallestAlong * q.y - b.largestAcross * std::fabs(q.x) > 3 * kLineTolerance + noise_;
+           b.smallestAlong * q.y - b.largestAcross * std::fabs(q.x) > kLineTolerance + b.largestMiss + noise;
   }
 
  private:
@@ -66,6 +64,8 @@ class LeadingRun {
   struct Bounds {
     double smallestAlong;
     double largestAcross;
+    double largestMiss;  // of the lowest point's cross products, which lie within the tolerance
+    double extent;       // of the run's coordinates
   };
 
   Number entry(std::size_t number) const { return mesh_.hull[number - 1]; }
@@ -79,10 +79,14 @@ class LeadingRun {
     const Position& t = mesh_.points[mesh_.edges[edge].end];
     if (bounds_.empty()) setDirection({t.x - mesh_.points[kLowest].x, t.y - mesh_.points[kLowest].y});
     const Position d = inFrame({t.x - s.x, t.y - s.y});
-    Bounds b{d.x, std::fabs(d.y)};
+    const Position& origin = mesh_.points[kLowest];
+    Bounds b{d.x, std::fabs(d.y), std::fabs(expandedCross(s.x, s.y, t.x, t.y, origin.x, origin.y)), 0.0};
+    for (const Position& p : {s, t, origin}) b.extent = std::max({b.extent, std::fabs(p.x), std::fabs(p.y)});
     if (!bounds_.empty()) {
       b.smallestAlong = std::min(b.smallestAlong, bounds_.back().smallestAlong);
       b.largestAcross = std::max(b.largestAcross, bounds_.back().largestAcross);
+      b.largestMiss = std::max(b.largestMiss, bounds_.back().largestMiss);
+      b.extent = std::max(b.extent, bounds_.back().extent);
     }
     bounds_.push_back(b);
   }
@@ -93,7 +97,6 @@ class LeadingRun {
   }
 
   const Mesh& mesh_;
-  double noise_;
   Position direction_{1.0, 0.0};
   std::vector<Bounds> bounds_;  // of the entries 2.., each with all before it
 };

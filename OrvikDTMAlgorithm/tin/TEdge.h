@@ -1,9 +1,10 @@
 // A directed edge of a TIN between two points, which knows the triangle on each of its sides. All plane tests of the
 // construction are the tests of this class, so its tolerance is the numerical character of the whole triangulation.
 //
-// Guaranteed for every input: no test fails or throws; the side tests use x and y only; point2Line() is 0 exactly where
-// isPointInEdge() is true. NOT promised: that a point within the tolerance of a line is near it (the tolerance bounds
-// an area, so it is wide for short edges), or anything about coordinates whose products overflow.
+// Guaranteed for all coordinates (the points, other edges and arrays given must not be null, nor may an edge that is
+// measured or tested lack a point): no test fails or throws; the side tests use x and y only; point2Line() is 0 exactly
+// where isPointInEdge() is true. NOT promised: that a point within the tolerance of a line is near it (the tolerance
+// bounds an area, so it is wide for short edges), or anything about coordinates whose products overflow.
 #pragma once
 
 #include <OrvikDTMAlgorithm/Export.h>

@@ -8,7 +8,7 @@ inline namespace OrvikDTM {
 
 class ORVIKDTM_API Triangle {
  public:
-  // Copies three edge numbers.
+  // Copies three edge numbers; the array must not be null.
   explicit Triangle(const int* three) : Eno_{three[0], three[1], three[2]} {}
 
   // The triangle's own array of three edge numbers.

@@ -9,7 +9,7 @@ class TPoint;
 
 class ORVIKDTM_API Triangle3 {
  public:
-  // Copies a, b and c: later changes to them do not reach this triangle.
+  // Copies a, b and c, none of them null: later changes to them do not reach this triangle.
   Triangle3(const TPoint* a, const TPoint* b, const TPoint* c, int status);
   ~Triangle3();
   Triangle3(const Triangle3&) = delete;

@@ -167,6 +167,28 @@ TEST(CheckSurfacePoint, ExactAtEveryVertex) {
   }
 }
 
+// Moving to a local origin and back changes the last digit of many coordinates; a surveyed position is a vertex all the
+// same.
+TEST(CheckSurfacePoint, ExactAtMillimetrePositionsWhereverTheSiteLies) {
+  for (const double offset : {0.0, 1000.0, -5000.0, 3414097.0}) {
+    for (int site = 1; site <= 40; ++site) {
+      std::vector<Position> ground;
+      for (int i = 0; i < 15; ++i) {
+        ground.push_back({offset + ((i * 7919L * site + 13) % 9999991) / 1000.0,
+                          offset + ((i * 104729L + 31L * site) % 9999973) / 1000.0, 10.0 + i});
+      }
+      OwnedSurface surface(ground);
+      for (const Position& at : ground) {
+        double z = -1.0;
+        const double n = std::round(at.n * 1000) / 1000;
+        const double e = std::round(at.e * 1000) / 1000;
+        EXPECT_EQ(1, surface.checkSurfacePoint(n, e, &z)) << offset << " " << site;
+        EXPECT_EQ(at.z, z) << offset << " " << site;
+      }
+    }
+  }
+}
+
 TEST(CheckSurfacePoint, AnUnknownElevationIsAnAnswer) {
   OwnedSurface surface({{0, 0, std::nan("")}, {10, 0, 1}, {0, 10, 1}});
   double z = -1.0;

@@ -8,6 +8,8 @@
 #include <OrvikDTMAlgorithm/tin/CEType.h>
 #include <OrvikDTMAlgorithm/tin/ConvexList.h>
 #include <OrvikDTMAlgorithm/tin/EList.h>
+#include <OrvikDTMAlgorithm/tin/PList.h>
+#include <OrvikDTMAlgorithm/tin/Surface.h>
 #include <OrvikDTMAlgorithm/tin/TList.h>
 #include <OrvikDTMAlgorithm/tin/verifyTIN.h>
 #include <gtest/gtest.h>
@@ -260,6 +262,55 @@ TEST_F(SquareModel, NullBoundaryEntriesAreSkipped) {
   const std::unique_ptr<FillCutResult> volumes(tin->getFillCut(0.0));
   ASSERT_NE(volumes, nullptr);
   EXPECT_GT(volumes->getCutVolume(), 0.0);
+}
+
+TEST(BrokenModel, StagesLeaveListsWithNullElementsAlone) {
+  for (int broken = 0; broken < 3; ++broken) {
+    OwnedPoints points;
+    for (const auto& [x, y] : {std::pair{0, 0}, {10, 0}, {10, 10}, {0, 10}}) points.add(x, y, 0);
+    std::vector<TPoint*> pointers = points.pointers();
+    const std::unique_ptr<PList> order(Surface::initPoins(pointers));
+    const std::unique_ptr<CEType> fan(Surface::initCET(order.get()));
+    SLType* lists[] = {fan->getEList(), fan->getTList(), fan->getCList()};
+    const auto count = static_cast<std::size_t>(lists[broken]->getListLen());
+    lists[broken]->init(lists[broken]);
+    for (std::size_t i = 0; i < count; ++i) lists[broken]->add(lists[broken], nullptr);
+    const std::unique_ptr<CEType> tin(Surface::buildTIN(order.get(), fan.get()));
+    EXPECT_EQ(lists[broken]->getListLen(), static_cast<int>(count));
+    fan->setCList(nullptr);
+    fan->setEList(nullptr);
+    fan->setTList(nullptr);
+    order->setListData({});
+  }
+}
+
+TEST(BrokenModel, PolygonsMayHoldNullVertices) {
+  TPoint a(0, 0, 0);
+  TPoint b(10, 0, 0);
+  TPoint c(0, 10, 0);
+  TPoint inside(2, 2, 0);
+  TPoint outside(8, 8, 0);
+  for (const std::vector<TPoint*>& polygon :
+       {std::vector<TPoint*>{&a, nullptr, &b, &c}, {nullptr, &a, &b, &c}, {&a, &b, &c, nullptr}}) {
+    EXPECT_TRUE(Surface::isPtInPolygon(&inside, polygon));
+    EXPECT_FALSE(Surface::isPtInPolygon(&outside, polygon));
+  }
+  EXPECT_FALSE(Surface::isPtInPolygon(&inside, {nullptr}));
+  EXPECT_FALSE(Surface::isPtInPolygon(nullptr, {&a, &b, &c}));
+}
+
+TEST(BrokenModel, TrianglesTooManyAndTooLargeToAddUpAreAGap) {
+  constexpr double kFar = 9.19e12;
+  std::vector<std::unique_ptr<TPoint>> owned;
+  std::vector<TPoint*> vertices;
+  std::vector<std::array<int, 3>> faces;
+  for (const auto& [x, y] : {std::pair{-kFar, -kFar}, {kFar, -kFar}, {0.0, kFar}}) {
+    owned.push_back(std::make_unique<TPoint>(x, y, 0));
+    vertices.push_back(owned.back().get());
+  }
+  for (int i = 0; i < 300000; ++i) faces.push_back({0, 1, 2});
+  const std::unique_ptr<CEType> tin(CEType::initCETypeFromFaces(vertices, faces));
+  EXPECT_FALSE(verifyTIN(*tin).valid());
 }
 
 }  // namespace

@@ -7,9 +7,11 @@
 #include <memory>
 
 #include <OrvikDTMAlgorithm/tin/CEType.h>
+#include <OrvikDTMAlgorithm/tin/ConvexList.h>
 #include <OrvikDTMAlgorithm/tin/EList.h>
 #include <OrvikDTMAlgorithm/tin/PList.h>
 #include <OrvikDTMAlgorithm/tin/Surface.h>
+#include <OrvikDTMAlgorithm/tin/TList.h>
 #include <OrvikDTMAlgorithm/tin/TPoint.h>
 #include <OrvikDTMAlgorithm/tin/verifyTIN.h>
 #include <gtest/gtest.h>
@@ -423,6 +425,31 @@ TEST(Construction, LostAreaIsReported) {
   const TINCheck check = verifyTIN(*tin, points.pointers());
   EXPECT_EQ(check.fault, TINFault::AreaGap) << toText(check);
   EXPECT_NEAR(check.areaGap, 1600.0, 1e-6);
+}
+
+TEST(Construction, ListsHaveRoomForTheirNumberOfPoints) {
+  support::OwnedPoints points({{0, 0, 0}, {10, 0, 0}, {10, 10, 0}, {0, 10, 0}});
+  std::vector<TPoint*> given = points.pointers();
+  const std::unique_ptr<PList> order(Surface::initPoins(given));
+  EXPECT_EQ(order->getMaxlen(), 4);
+  const std::unique_ptr<CEType> fan(Surface::initCET(order.get()));
+  const auto finished = support::triangulate(points);
+  for (const CEType* tin : {fan.get(), finished.get()}) {
+    EXPECT_EQ(tin->getCList()->getMaxlen(), 4);
+    EXPECT_EQ(tin->getEList()->getMaxlen(), 36);
+    EXPECT_EQ(tin->getTList()->getMaxlen(), 12);
+  }
+  order->setListData({});
+}
+
+TEST(Construction, AnyNumberOfPointsMayBeClaimed) {
+  support::OwnedPoints points({{0, 0, 0}, {10, 0, 0}, {10, 10, 0}, {0, 10, 0}});
+  std::vector<TPoint*> given = points.pointers();
+  const std::unique_ptr<PList> order(Surface::initPoins(given));
+  Surface::MAXPOINTS = -2000000000;
+  const std::unique_ptr<CEType> none(Surface::initCET(order.get()));
+  EXPECT_EQ(none->getEList()->getListLen(), 0);
+  order->setListData({});
 }
 
 }  // namespace

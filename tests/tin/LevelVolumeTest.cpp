@@ -343,4 +343,13 @@ TEST_F(OneTriangle, BoundaryOfThreePointsHasNoVolumeYet) {
   EXPECT_TRUE(tin_->getTriangle3List().empty());
 }
 
+// A host may release a list before it sets another.
+TEST_F(OneTriangle, ReplacedListsAreNotRead) {
+  heights(1, 2, 3);
+  const std::unique_ptr<FillCutResult> result(tin_->getFillCut(2));
+  delete tin_->getEList();
+  tin_->setEList(nullptr);
+  EXPECT_TRUE(tin_->getTriangle3List().empty());
+}
+
 }  // namespace

@@ -170,4 +170,14 @@ TEST(TypedLists, DumpsChangeNothing) {
   EXPECT_EQ(hull.getListLen(), 1);
 }
 
+TEST(SLType, SwitchesElementsThatAreNull) {
+  PList list;
+  list.add(&list, nullptr);
+  list.add(&list, pointNumber(1));
+  EXPECT_EQ(list.switchPos(&list, 1, 2), &list);
+  EXPECT_EQ(list.findByNum(&list, 2), nullptr);
+  EXPECT_EQ(list.switchPos(&list, 0, 1), nullptr);
+  EXPECT_EQ(list.switchPos(&list, 1, 3), nullptr);
+}
+
 }  // namespace

@@ -1,6 +1,7 @@
 // Location and heights: the triangle that is named must hold the point, by exact signs, on constructed, imported and
 // hand-made networks; and what lies outside must be said to lie outside.
 #include <algorithm>
+#include <cfloat>
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -17,6 +18,15 @@
 #include "Inputs.h"
 #include "LiteralTIN.h"
 #include "TINSupport.h"
+
+inline namespace OrvikDTM {
+
+// What is reached by no public operation yet.
+struct CETypeInternals {
+  static int countInfinite(const CEType& tin, double x, double y, double z) { return tin.countInfinite(x, y, z); }
+};
+
+}  // namespace OrvikDTM
 
 namespace {
 
@@ -249,11 +259,11 @@ std::unique_ptr<CEType> thirtyTriangles(OwnedPoints& points, const std::vector<i
 
 TEST(Scan, BeginsTenBeforeTheTriangleFoundLast) {
   OwnedPoints points;
-  const auto tin = thirtyTriangles(points, {5, 14, 16, 20});
+  const auto tin = thirtyTriangles(points, {5, 14, 15, 16, 20});
   EXPECT_EQ(tin->locateTri1(1, 1), 5);
   EXPECT_EQ(tin->locateTri1(251, 1), 25);
-  EXPECT_EQ(tin->locateTri1(1, 1), 16);
-  EXPECT_EQ(tin->locateTri1(1, 1), 16);  // the one found last comes first
+  EXPECT_EQ(tin->locateTri1(1, 1), 15);
+  EXPECT_EQ(tin->locateTri1(1, 1), 15);  // the one found last comes first
 }
 
 TEST(Scan, BeginsAtTheFirstTriangleWhereThereAreNotTenBefore) {
@@ -395,6 +405,42 @@ TEST(Heights, AreNotDisturbedByAZonePrefix) {
     ASSERT_EQ(expected == kOutside, height == kOutside);
     ASSERT_TRUE(expected == kOutside || std::fabs(height - expected) < 1e-9) << height << " for " << expected;
   }
+}
+
+TEST(Location, SurveyedPositionsLeadToTheirVertices) {
+  for (const double offset : {0.0, 1000.0, -5000.0, 38500000.0}) {
+    for (std::uint64_t seed = 1; seed <= 40; ++seed) {
+      inputs::Random random(seed);
+      OwnedPoints points;
+      std::vector<TPoint> surveyed;
+      for (int i = 0; i < 12; ++i) {
+        const double x = offset + static_cast<double>(random.between(0, 9999999)) / 1000;
+        const double y = offset + static_cast<double>(random.between(0, 9999999)) / 1000;
+        surveyed.emplace_back(std::round(x * 1000) / 1000, std::round(y * 1000) / 1000, i);
+        points.add(surveyed.back().getX(), surveyed.back().getY(), i);
+      }
+      const auto tin = triangulate(points);
+      for (const TPoint& p : surveyed) {
+        double x = p.getX();
+        double y = p.getY();
+        tin->toVertexPosition(&x, &y);
+        EXPECT_EQ(tin->getHeight(x, y), p.getZ()) << offset << " " << seed;
+        EXPECT_NEAR(x, p.getX(), 1e-8);
+        double aside = p.getX() + 0.00025;
+        tin->toVertexPosition(&aside, &y);
+        EXPECT_EQ(aside, p.getX() + 0.00025);
+      }
+    }
+  }
+}
+
+TEST(Location, CountsWhatStandsForNoValue) {
+  const double inf = std::numeric_limits<double>::infinity();
+  const double none = std::nan("");
+  const CEType tin(nullptr, nullptr, nullptr);
+  EXPECT_EQ(CETypeInternals::countInfinite(tin, none, DBL_MAX, 1), 1);
+  EXPECT_EQ(CETypeInternals::countInfinite(tin, 1, 2, 3), 0);
+  EXPECT_EQ(CETypeInternals::countInfinite(tin, inf, -inf, -DBL_MAX), 3);
 }
 
 }  // namespace

@@ -164,4 +164,46 @@ TEST(Measures, ConstructedModelAgreesWithOtherSums) {
   }
 }
 
+TEST(Measures, HeightsThatAreNoNumbersDoNotCountUnlessAllAre) {
+  const double none = std::nan("");
+  const struct {
+    double z[3];
+    double lowest;
+    double highest;
+  } rows[] = {{{1, none, 3}, 1, 3}, {{none, 2, none}, 2, 2}, {{none, none, 7}, 7, 7}, {{none, none, none}, none, none}};
+  for (const auto& row : rows) {
+    OwnedPoints points;
+    points.add(0, 0, row.z[0]);
+    points.add(10, 0, row.z[1]);
+    points.add(0, 10, row.z[2]);
+    const auto tin = triangulate(points);
+    const std::unique_ptr<double[]> heights(tin->getMinMaxHeight());
+    EXPECT_TRUE(heights[0] == row.lowest || (std::isnan(heights[0]) && std::isnan(row.lowest)));
+    EXPECT_TRUE(heights[1] == row.highest || (std::isnan(heights[1]) && std::isnan(row.highest)));
+  }
+}
+
+TEST(Measures, PointsThatDoNotEqualThemselvesAreEachListed) {
+  OwnedPoints points;
+  points.add(0, 0, std::nan(""));
+  points.add(10, 0, 1);
+  points.add(0, 10, 2);
+  const auto tin = triangulate(points);
+  EXPECT_EQ(tin->getOriginalList().size(), 4u);  // two edges meet at the first point
+}
+
+TEST(Measures, AllAtOnceAreTheSame) {
+  OwnedPoints points;
+  for (int i = 0; i < 60; ++i) points.add((i * 37) % 61, (i * 53) % 59, i % 7);
+  const auto tin = triangulate(points);
+  const TINMeasures all = tin->getMeasures();
+  const std::unique_ptr<double[]> heights(tin->getMinMaxHeight());
+  EXPECT_EQ(all.area2D, tin->getArea2D());
+  EXPECT_EQ(all.area3D, tin->getArea3D());
+  EXPECT_EQ(all.length2D, tin->getTotalLength2D());
+  EXPECT_EQ(all.length3D, tin->getTotalLength3D());
+  EXPECT_EQ(all.lowest, heights[0]);
+  EXPECT_EQ(all.highest, heights[1]);
+}
+
 }  // namespace
