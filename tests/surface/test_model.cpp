@@ -174,8 +174,9 @@ TEST(CheckSurfacePoint, ExactAtMillimetrePositionsWhereverTheSiteLies) {
     for (int site = 1; site <= 40; ++site) {
       std::vector<Position> ground;
       for (int i = 0; i < 15; ++i) {
-        ground.push_back({offset + ((i * 7919L * site + 13) % 9999991) / 1000.0,
-                          offset + ((i * 104729L + 31L * site) % 9999973) / 1000.0, 10.0 + i});
+        const int eastMillimetres = (i * 7919 * site + 13) % 9999991;
+        const int northMillimetres = (i * 104729 + 31 * site) % 9999973;
+        ground.push_back({offset + eastMillimetres / 1000.0, offset + northMillimetres / 1000.0, 10.0 + i});
       }
       OwnedSurface surface(ground);
       for (const Position& at : ground) {
