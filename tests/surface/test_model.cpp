@@ -174,7 +174,7 @@ TEST(CheckSurfacePoint, ExactAtMillimetrePositionsWhereverTheSiteLies) {
     for (int site = 1; site <= 40; ++site) {
       std::vector<Position> ground;
       for (int i = 0; i < 15; ++i) {
-        const int eastMillimetres = (i * 7919 * site + 13) % 9999991;
+        const int eastMillimetres = (i * i * 48611 * site + 13) % 9999991;
         const int northMillimetres = (i * 104729 + 31 * site) % 9999973;
         ground.push_back({offset + eastMillimetres / 1000.0, offset + northMillimetres / 1000.0, 10.0 + i});
       }
