@@ -9,6 +9,7 @@ set(ORVIKDTM_PUBLIC_HEADERS
   surface/DTMSurface.h
   surface/DrawLine.h
   surface/FillCutResult.h
+  surface/NameSize.h
   surface/RangePoint.h
   surface/SurfacePoint.h
   tin/CEType.h

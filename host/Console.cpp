@@ -4,6 +4,8 @@
 
 #include <OrvikDTMAlgorithm/report/U.h>
 
+#include "UserText.h"
+
 namespace console {
 
 namespace {
@@ -11,12 +13,12 @@ constexpr int kLabelWidth = 22;
 constexpr int kDecimals = 3;
 }  // namespace
 
-void warn(const std::string& text) { std::cerr << "orvikdtm: warning: " << text << '\n'; }
+void warn(const std::string& text) { std::cerr << "orvikdtm: warning: " << oneLine(text) << '\n'; }
 
-void error(const std::string& text) { std::cerr << "orvikdtm: " << text << '\n'; }
+void error(const std::string& text) { std::cerr << "orvikdtm: " << oneLine(text) << '\n'; }
 
 void row(const std::string& label, const std::string& value) {
-  std::cout << U::appentStr4Length(label, kLabelWidth) << value << '\n';
+  std::cout << U::appentStr4Length(label, kLabelWidth) << oneLine(value) << '\n';
 }
 
 std::string number(double v) { return U::roundHalfUp(kDecimals, v); }

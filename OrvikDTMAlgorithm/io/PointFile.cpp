@@ -22,13 +22,16 @@ namespace {
 // The columns that make a point.
 enum Column : std::size_t { kName, kCode, kEasting, kNorthing, kElevation, kColumns };
 
+// What some programs put before a text in UTF-8; no part of the first point's name.
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
 bool isPointFile(const char* path) {
   return path != nullptr && (U::endsWith(path, ".dat") || U::endsWith(path, ".csv"));
 }
 
 void setName(SurfacePoint& point, std::string_view name) {
-  char terminated[kNameSize] = {};
-  name.copy(terminated, kNameSize - 1);
+  char terminated[kNameSize];
+  copyName(terminated, name);
   point.setSurfacePointName(terminated);
 }
 
@@ -58,6 +61,7 @@ void DTMSurface::loadSurfacePointsFile(const char* path, std::vector<SurfacePoin
     std::string contents;
     if (!detail::readWholeFile(path, contents)) return;
     std::string_view rest = contents;
+    if (rest.starts_with(kByteOrderMark)) rest.remove_prefix(kByteOrderMark.size());
     for (std::string_view line; detail::takeLine(rest, line);) {
       std::optional<SurfacePoint> point = readPoint(line);
       if (!point) continue;

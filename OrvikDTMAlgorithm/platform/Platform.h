@@ -35,8 +35,11 @@ std::string existingPath(const char* path);
 // Fills `contents` with a whole file. False when it cannot be opened or read.
 bool readWholeFile(const char* path, std::string& contents);
 
-// Creates or empties a file and writes `text` to it with the platform's line breaks. True once the file is open.
-bool writeTextFile(const char* path, const std::string& text);
+// What became of a file that was to be written: not opened, cut short (the disk is full), or all there.
+enum class Written { kNothing, kPart, kWhole };
+
+// Creates or empties a file and writes `text` to it with the platform's line breaks.
+Written writeTextFile(const char* path, const std::string& text);
 
 // Asks for large pages behind [begin, begin + bytes) before it is first used: for arrays of many megabytes, being
 // handed their memory page by page costs as much as filling them. No more than advice.

@@ -137,11 +137,12 @@ bool readWholeFile(const char* path, std::string& contents) {
   return std::ferror(file.get()) == 0;
 }
 
-bool writeTextFile(const char* path, const std::string& text) {
-  const File file = openFile(path, "w");
-  if (!file) return false;
-  std::fwrite(text.data(), 1, text.size(), file.get());
-  return true;
+Written writeTextFile(const char* path, const std::string& text) {
+  File file = openFile(path, "w");
+  if (!file) return Written::kNothing;
+  const bool taken = std::fwrite(text.data(), 1, text.size(), file.get()) == text.size();
+  const bool stored = std::fclose(file.release()) == 0;
+  return taken && stored ? Written::kWhole : Written::kPart;
 }
 
 void preferLargePages(void* begin, std::size_t bytes) {

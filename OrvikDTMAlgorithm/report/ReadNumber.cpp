@@ -5,6 +5,7 @@
 #include <limits>
 #include <optional>
 
+#include "OrvikDTMAlgorithm/report/LowerAscii.h"
 #include "OrvikDTMAlgorithm/report/NumberText.h"
 
 inline namespace OrvikDTM {
@@ -15,15 +16,13 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-bool isHexDigit(char c) { return isDigit(c) || (lower(c) >= 'a' && lower(c) <= 'f'); }
+bool isHexDigit(char c) { return isDigit(c) || (lowerAscii(c) >= 'a' && lowerAscii(c) <= 'f'); }
 
 bool startsWithWord(std::string_view text, std::string_view word) {
-  return text.size() >= word.size() &&
-         std::equal(word.begin(), word.end(), text.begin(), [](char expected, char c) { return expected == lower(c); });
+  return text.size() >= word.size() && std::equal(word.begin(), word.end(), text.begin(),
+                                                  [](char expected, char c) { return expected == lowerAscii(c); });
 }
 
 // What distinguishes decimal from hexadecimal numbers.
@@ -63,7 +62,7 @@ bool isTooLarge(std::string_view text, const Notation& notation) {
     if (afterPoint && !significant) --digitsAboveOne;
   }
   long long exponent = 0;
-  if (at < text.size() && lower(text[at]) == notation.exponentMark) exponent = readExponent(text.substr(at + 1));
+  if (at < text.size() && lowerAscii(text[at]) == notation.exponentMark) exponent = readExponent(text.substr(at + 1));
   return digitsAboveOne * notation.exponentPerDigit + exponent > 0;
 }
 

@@ -6,18 +6,13 @@
 
 #include "OrvikDTMAlgorithm/platform/Platform.h"
 #include "OrvikDTMAlgorithm/report/GbkText.h"
+#include "OrvikDTMAlgorithm/report/LowerAscii.h"
 
 inline namespace OrvikDTM {
-namespace {
-
-char lowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-}  // namespace
-
 bool U::endsWith(const std::string& s, const std::string& suffix) {
   if (s.size() < suffix.size()) return false;
   return std::equal(suffix.begin(), suffix.end(), s.end() - static_cast<std::ptrdiff_t>(suffix.size()),
-                    [](char a, char b) { return lowerAscii(a) == lowerAscii(b); });
+                    [](char a, char b) { return detail::lowerAscii(a) == detail::lowerAscii(b); });
 }
 
 std::vector<std::string> U::split(std::string s, const std::string& sep) {

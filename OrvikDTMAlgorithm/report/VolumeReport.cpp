@@ -21,9 +21,8 @@ bool writeReport(const FillCutResult* result, const DTMSurface* surface, int for
                  const char* labels, const char* path) {
   if (result == nullptr || surface == nullptr || labels == nullptr || path == nullptr) return false;
   const VolumeReport report{*result, *surface, std::move(reference), Labels(labels)};
-  if (form == kHtml) return writeTextFile(path, htmlReport(report));
-  if (form == kText) return writeTextFile(path, textReport(report));
-  return false;
+  if (form != kHtml && form != kText) return false;
+  return writeTextFile(path, form == kHtml ? htmlReport(report) : textReport(report)) != Written::kNothing;
 }
 
 }  // namespace

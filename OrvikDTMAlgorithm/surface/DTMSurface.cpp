@@ -52,10 +52,13 @@ void DTMSurface::setCEType(CEType* model) {
   ceType = model;
 }
 
-void DTMSurface::releaseRecord(const SurfacePoint* point) const {
+bool DTMSurface::isInCallersArray(const SurfacePoint* point) const {
   const std::less<> before;  // a total order, also of pointers into different arrays
-  const bool inCallersArray = !before(point, arrayBegin) && before(point, arrayEnd);
-  if (!inCallersArray) delete point;
+  return !before(point, arrayBegin) && before(point, arrayEnd);
+}
+
+void DTMSurface::releaseRecord(const SurfacePoint* point) const {
+  if (!isInCallersArray(point)) delete point;
 }
 
 }  // namespace OrvikDTM

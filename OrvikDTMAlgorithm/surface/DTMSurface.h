@@ -16,6 +16,7 @@
 #include <vector>
 
 #include <OrvikDTMAlgorithm/Export.h>
+#include <OrvikDTMAlgorithm/surface/NameSize.h>
 
 inline namespace OrvikDTM {
 
@@ -44,8 +45,7 @@ class ORVIKDTM_API DTMSurface {
   // points, no TIN yet.
   DTMSurface* clone() const;
 
-  // ---- name, switch, statistics of the latest TIN
-  // ----------------------------------------------------------------------
+  // Name, switch, statistics of the latest TIN.
 
   // The name: the surface's own zero-terminated buffer. A name is cut after its 23rd byte.
   char* getSurfaceName() { return surfaceName; }
@@ -84,8 +84,7 @@ class ORVIKDTM_API DTMSurface {
   int getTrianglesNumber() const { return latest().trianglesNumber; }
   void setTrianglesNumber(int v) { latest().trianglesNumber = v; }
 
-  // ---- points
-  // ----------------------------------------------------------------------------------------------------------
+  // Points.
 
   // The number of points in the list.
   int getPointsNumber() const { return static_cast<int>(surfacePoints.size()); }
@@ -95,7 +94,8 @@ class ORVIKDTM_API DTMSurface {
   const std::vector<SurfacePoint*>& getSurfacePoints() const { return keepPromise(), surfacePoints; }
 
   // Makes the surface refer to the caller's records (made with `new`) in place of its own, which are not released. An
-  // empty list changes nothing. The TIN is left alone.
+  // empty list changes nothing. The TIN is left alone. An array that updateDTMSurface() was given is forgotten unless
+  // one of the records lies in it.
   void setSurfacePoints(const std::vector<SurfacePoint*>& points);
 
   // Adopts `point` (made with `new`), names its surface, inserts it before position min(index, length) and promises a
@@ -129,8 +129,7 @@ class ORVIKDTM_API DTMSurface {
   // entries are skipped.
   std::vector<TPoint*> getTPointList(std::vector<SurfacePoint*> points) const;
 
-  // ---- TIN and queries
-  // -------------------------------------------------------------------------------------------------
+  // TIN and queries.
 
   // The TIN, built with its statistics if there is none. It stays the surface's. Null for fewer than three points; the
   // statistics are then 0.
@@ -150,7 +149,9 @@ class ORVIKDTM_API DTMSurface {
   int checkSurfacePoint(double n, double e, double* z);
 
   // Fill and cut against the level z = elevation; a new record, the caller's, with this surface's name. Null when the
-  // surface has no TIN, or a boundary (see CEType::getFillCut).
+  // surface has no TIN, or a boundary (see CEType::getFillCut). A level above everything, infinity too, leaves fill
+  // only, and one below everything cut only; at an infinite level that side's volume is infinite. A NaN level gives NaN
+  // for the areas and volumes of both sides.
   FillCutResult* getFillCut(double elevation);
 
  private:
@@ -181,9 +182,10 @@ class ORVIKDTM_API DTMSurface {
   void rebuild();
   void dropModel();
   void refreshStatistics() const;
+  bool isInCallersArray(const SurfacePoint* point) const;
   void releaseRecord(const SurfacePoint* point) const;
 
-  char surfaceName[24] = {};
+  char surfaceName[kNameSize] = {};
   int pointsNumber = 0;
   bool isDrawDTM = true;
   std::vector<SurfacePoint*> surfacePoints;

@@ -11,6 +11,10 @@ void DTMSurface::setSurfacePoints(const std::vector<SurfacePoint*>& points) {
   keepPromise();
   surfacePoints = points;
   pointsNumber = getPointsNumber();
+  if (std::none_of(points.begin(), points.end(), [this](const SurfacePoint* p) { return isInCallersArray(p); })) {
+    arrayBegin = nullptr;
+    arrayEnd = nullptr;
+  }
 }
 
 int DTMSurface::addSurfacePoint(SurfacePoint* point, unsigned long long index) {

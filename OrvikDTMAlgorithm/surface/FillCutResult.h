@@ -3,6 +3,7 @@
 #pragma once
 
 #include <OrvikDTMAlgorithm/Export.h>
+#include <OrvikDTMAlgorithm/surface/NameSize.h>
 
 inline namespace OrvikDTM {
 
@@ -52,12 +53,12 @@ class ORVIKDTM_API FillCutResult {
   double cutThreeDArea = 0.0;
   double fillVolume = 0.0;
   double cutVolume = 0.0;
-  char surfaceName[24] = {};
+  char surfaceName[kNameSize] = {};
   double twoDArea = 0.0;
   double threeDArea = 0.0;
   double perimeterTwoD = 0.0;
   double perimeterThreeD = 0.0;
-  char refSurfaceName[24] = {};
+  char refSurfaceName[kNameSize] = {};
 };
 
 }  // namespace OrvikDTM

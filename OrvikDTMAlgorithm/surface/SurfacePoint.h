@@ -4,6 +4,7 @@
 #include <string>
 
 #include <OrvikDTMAlgorithm/Export.h>
+#include <OrvikDTMAlgorithm/surface/NameSize.h>
 
 inline namespace OrvikDTM {
 
@@ -46,8 +47,8 @@ class ORVIKDTM_API SurfacePoint {
  private:
   friend struct RecordLayout;
 
-  char surfaceName[24] = {};
-  char pointName[24] = {};
+  char surfaceName[kNameSize] = {};
+  char pointName[kNameSize] = {};
   double n = 0.0;
   double e = 0.0;
   double z = 0.0;

@@ -39,7 +39,7 @@ FILL_SLOPE = 2.0
 SLOPE_OVERLAP = 1.0  # metres in plan that the side slopes run past the ground
 
 
-# ---- landforms, in site coordinates: u along the strip, v across it (positive uphill, north-west) ----
+# Landforms, in site coordinates: u along the strip, v across it (positive uphill, north-west).
 
 
 def lattice_value(i, j, octave):
@@ -132,7 +132,7 @@ def height(u, v):
     return z - ditch_depth(u, v)
 
 
-# ---- the survey ----
+# The survey.
 
 
 def along(line, spacing, rng):
@@ -211,7 +211,7 @@ def with_repeats(shots, rng):
     return shots
 
 
-# ---- the design ----
+# The design.
 
 
 def platform_edge():
@@ -252,7 +252,7 @@ BOUNDARY = [(252, -58), (307, -63), (381, -54), (397, -21), (394, 24), (377, 47)
             (241, -29)]
 
 
-# ---- the files ----
+# The files.
 
 
 def write_points(name, prefix, points):

@@ -1,6 +1,7 @@
 #include "Info.h"
 
 #include "Console.h"
+#include "Paths.h"
 #include "SurveyFile.h"
 
 namespace {
@@ -15,8 +16,9 @@ std::size_t repeats(DTMSurface& surface) {
 }  // namespace
 
 void info(const std::string& pointFile) {
-  const SurfacePtr surface = readSurvey(pointFile);
-  console::row("Surface", surface->getSurfaceName());
+  const std::string points = resolvedPath(pointFile);
+  const SurfacePtr surface = readSurvey(points);
+  console::row("Surface", surfaceName(points));
   console::row("Survey points", U::intToString(surface->getPointsNumber()));
   console::row("Repeated positions", std::to_string(repeats(*surface)));
   console::row("Triangles", U::intToString(surface->getTrianglesNumber()));

@@ -1,26 +1,30 @@
 #include "Volume.h"
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 
 #include "Console.h"
+#include "Paths.h"
+#include "PointLines.h"
+#include "ReportFile.h"
 #include "SurveyFile.h"
+#include "UserText.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int kTextForm = 1;
 constexpr int kLabelCommas = 11;  // between twelve labels
-constexpr int kReportLines = 22;
 
 double levelOf(const VolumeOrder& order) {
   double level = 0.0;
   if (!parseNumber(order.level, level)) {
-    throw console::WrongUsage("--level '" + order.level + "' is not a number: give an elevation such as 82.5");
+    throw console::WrongUsage("--level " + quoted(order.level) + " is not a number: give an elevation such as 82.5");
+  }
+  if (std::fabs(level) > kLargestElevation) {
+    throw console::WrongUsage("--level " + quoted(order.level) + " is too large: give an elevation of at most 1e12");
   }
   return level;
 }
@@ -29,36 +33,23 @@ void requireLabels(const std::string& labels) {
   if (std::count(labels.begin(), labels.end(), ',') != kLabelCommas) {
     throw console::WrongUsage("--labels needs twelve texts separated by commas: 'orvikdtm volume --help' lists them");
   }
-}
-
-// Whether the report can be written is known before the long work, by opening it. Nothing that was there is lost, and
-// nothing is left behind.
-void requireWritable(const VolumeOrder& order) {
-  std::error_code ignored;
-  if (fs::equivalent(order.report, order.pointFile, ignored)) {
-    throw console::WrongUsage("--report would overwrite the survey in " + order.pointFile + ": name another file");
+  if (oneLine(labels) != labels) {
+    throw console::WrongUsage("--labels holds a line break or another control character: take it out");
   }
-  const bool existed = fs::exists(order.report, ignored);
-  if (!std::ofstream(order.report, std::ios::app)) {
-    throw console::Failure(order.report + ": the report cannot be written: check the folder and its permissions");
-  }
-  if (!existed) fs::remove(order.report, ignored);
 }
 
-// A disk that fills up while the report is written leaves it cut short, of which the library says nothing. Pipes and
-// devices cannot be read back.
-bool isWhole(const std::string& report) {
+void requireOtherFile(const std::string& report, const std::string& points) {
   std::error_code ignored;
-  if (!fs::is_regular_file(report, ignored)) return true;
-  std::ifstream file(report);
-  return std::count(std::istreambuf_iterator<char>(file), {}, '\n') >= kReportLines;
+  if (fs::equivalent(report, points, ignored)) {
+    throw console::WrongUsage("--report would overwrite the survey in " + shownPath(points) + ": name another file");
+  }
 }
 
-void write(const VolumeOrder& order, const FillCutResult& result, const DTMSurface& surface, double level) {
-  if (!DTMFileOperation().exportVolumeReport(&result, &surface, kTextForm, level, order.labels.c_str(),
-                                             order.report.c_str()) ||
-      !isWhole(order.report)) {
-    throw console::Failure(order.report + ": the report could not be written in full: is the disk full?");
+void requireFinite(const std::string& points, const FillCutResult& result) {
+  for (const double v : {result.getCutVolume(), result.getFillVolume(), result.getCutTwoDArea(),
+                         result.getCutThreeDArea(), result.getFillTwoDArea(), result.getFillThreeDArea()}) {
+    if (std::isfinite(v)) continue;
+    throw console::Failure(shownPath(points) + ": the volumes are not finite: look for points far from the others");
   }
 }
 
@@ -80,14 +71,19 @@ const char* const kEnglishLabels =
 void volume(const VolumeOrder& order) {
   const double level = levelOf(order);
   requireLabels(order.labels);
-  requireWritable(order);
+  if (order.report.empty()) throw console::WrongUsage("--report is empty: name the file to write");
+  const std::string points = resolvedPath(order.pointFile);
+  const std::string report = resolvedPath(order.report);
+  requireOtherFile(report, points);
+  requireReportTarget(report);
 
-  const SurfacePtr surface = readSurvey(order.pointFile);
+  const SurfacePtr surface = readSurvey(points);
   const std::unique_ptr<FillCutResult> result(surface->getFillCut(level));
-  if (result == nullptr) throw console::Failure(order.pointFile + ": the volume could not be computed");
-  write(order, *result, *surface, level);
-  console::row("Surface", surface->getSurfaceName());
+  if (result == nullptr) throw console::Failure("the volume could not be computed: close other programs, try again");
+  requireFinite(points, *result);
+  writeReport(report, *result, *surface, level, order.labels);
+  console::row("Surface", surfaceName(points));
   console::row("Level", console::number(level));
   print(*result);
-  console::row("Report", order.report);
+  console::row("Report", report);
 }

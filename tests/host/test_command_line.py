@@ -1,5 +1,6 @@
 """Command lines that make no sense, and those that ask about the program itself."""
 
+import os
 import re
 import unittest
 
@@ -11,10 +12,17 @@ GOOD = (*VOLUME, "--level", "10", "--report", "r.txt")
 REFUSED = [
     # command line, what the message says
     ((), "A command, info or volume, is required"),
-    (("measure",), "measure"),
-    (("info",), "FILE"),
-    (("info", "a.csv", "b.csv"), "b.csv"),
-    (("info", "a.csv", "--deep"), "--deep"),
+    (("measure",), "there is no command 'measure': see 'orvikdtm --help'"),
+    (("measure", "a.csv"), "there is no command 'measure'"),
+    (("info",), "FILE is required: see 'orvikdtm info --help'"),
+    (("info", "a.csv", "b.csv"), "too many words: 'b.csv'"),
+    (("info", "a.csv", "b.csv", "c.csv", "d.csv"), "too many words: 'b.csv' 'c.csv' 'd.csv'"),
+    (("info", "a.csv", "--deep"), "there is no option '--deep': see 'orvikdtm info --help'"),
+    (("info", "a.csv", "b\nc.csv"), "too many words: 'b?c.csv'"),
+    (("--deep",), "there is no option '--deep': see 'orvikdtm --help'"),
+    ((*VOLUME, "--levl", "10", "--report", "r.txt"), "there is no option '--levl': see 'orvikdtm volume --help'"),
+    (("volume", "--levl=10"), "there is no option '--levl=10'"),
+    (("volume", "--level", "10", "--report", "r.txt"), "POINTS is required: see 'orvikdtm volume --help'"),
     (VOLUME, "required"),
     ((*VOLUME, "--level", "10"), "--report"),
     ((*VOLUME, "--report", "r.txt"), "--level"),
@@ -29,6 +37,12 @@ REFUSED = [
     ((*VOLUME, "--report", "r.txt", "--level", ""), "--level"),
     ((*VOLUME, "--report", "tilted.csv", "--level", "10"), "overwrite the survey in tilted.csv"),
     ((*VOLUME, "--report", "./tilted.csv", "--level", "10"), "overwrite the survey in tilted.csv"),
+    ((*VOLUME, "--report", "r.txt", "--level", "1.1e12"), "'1.1e12' is too large"),
+    ((*VOLUME, "--report", "r.txt", "--level", "high\nlow"), "'high?low' is not a number"),
+    ((*VOLUME, "--report", "r.txt", "--level", "x" * 99), "'" + "x" * 40 + "...' is not a number"),
+    ((*VOLUME, "--report", "", "--level", "10"), "--report is empty"),
+    ((*GOOD, "--labels", "a,b,c,d,e\n,f,g,h,i,j,k,l"), "--labels holds a line break"),
+    ((*GOOD, "--labels", "a,b,c,d,e\r,f,g,h,i,j,k,l"), "--labels holds a line break"),
     ((*GOOD, "--labels", "one,two"), "twelve texts"),
     ((*GOOD, "--labels", "a,b,c,d,e,f,g,h,i,j,k,l,m"), "twelve texts"),
 ]
@@ -42,6 +56,19 @@ class CommandLine(HostTest):
                 self.assert_refused(self.run_host(*arguments), WRONG_USAGE, says)
                 self.assertEqual([f.name for f in self.folder.iterdir()], ["tilted.csv"])
         self.assertEqual((self.folder / "tilted.csv").read_text(), TILTED)
+
+    def test_no_way_of_writing_its_path_overwrites_the_survey(self):
+        (self.folder / "sub").mkdir()
+        self.write("sub/ground.csv", TILTED)
+        (self.folder / "link.txt").symlink_to("sub/ground.csv")
+        os.link(self.folder / "sub/ground.csv", self.folder / "hard.txt")
+        paths = ("sub/ground.csv", "sub\\ground.csv", ".\\sub\\ground.csv", str(self.folder / "sub/ground.csv"))
+        for points in paths:
+            for report in (*paths, "link.txt", ".\\link.txt", "hard.txt"):
+                with self.subTest(points=points, report=report):
+                    run = self.run_host("volume", points, "--level", "2", "--report", report)
+                    self.assert_refused(run, WRONG_USAGE, "overwrite the survey in ")
+                    self.assertEqual((self.folder / "sub/ground.csv").read_text(), TILTED)
 
     def test_version(self):
         run = self.run_host("--version")

@@ -54,6 +54,49 @@ class Info(HostTest):
         self.assert_done(run, warning="ground.csv: 2 of 6 lines skipped")
         self.assertEqual(values(run.stdout)["Survey points"], "4")
 
+    def test_a_backslash_separates_folders_unless_a_file_has_it_in_its_name(self):
+        (self.folder / "sub").mkdir()
+        self.write("sub/ground.csv", TILTED)
+        run = self.run_host("info", "sub\\ground.csv")
+        self.assert_done(run)
+        self.assertEqual(values(run.stdout)["Surface"], "ground")
+        self.write("sub\\ground.csv", TILTED + "E,,1050,2025,15\n")
+        run = self.run_host("info", "sub\\ground.csv")
+        self.assert_done(run)
+        self.assertEqual(values(run.stdout)["Survey points"], "5")
+
+    def test_numbers_among_tabs_and_blanks_and_very_small_ones(self):
+        self.write("tabs.csv", "A,,\t1000 , 2000,\t10\nB,,+1100,2000\t,10\nC,,1100,2050,1e-400\nD,,1000,2050,"
+                               + "0." + "0" * 400 + "1\n")
+        run = self.run_host("info", "tabs.csv")
+        self.assert_done(run)
+        self.assertEqual(values(run.stdout)["Elevation"], "0.000 .. 10.000")
+
+    def test_further_fields_are_ignored_with_a_warning(self):
+        self.write("commas.csv", TILTED + "E,,1050,5,2025,5,15\n")
+        run = self.run_host("info", "commas.csv")
+        self.assert_done(run, warning="1 of 5 lines have more than five fields, the rest is ignored: are there decimal")
+
+    def test_a_byte_order_mark_is_no_text(self):
+        self.write("marked.csv", b"\xef\xbb\xbf" + TILTED.encode())
+        self.assert_done(self.run_host("info", "marked.csv"))
+        self.write("marked.csv", b"\xef\xbb\xbf\n" + TILTED.encode())
+        self.assert_done(self.run_host("info", "marked.csv"))
+
+    def test_names_of_surfaces_are_printed_in_full_on_one_line(self):
+        for name, printed in (("\u00e9" * 40, "\u00e9" * 40), ("two\nlines", "two?lines")):
+            with self.subTest(name=name):
+                self.write(name + ".csv", TILTED)
+                run = self.run_host("info", name + ".csv")
+                self.assert_done(run)
+                self.assertEqual(values(run.stdout)["Surface"], printed)
+
+    def test_coordinates_as_large_as_they_may_be_give_finite_results(self):
+        self.write("vast.csv", "A,,-9.2e12,-9.2e12,-1e12\nB,,9.2e12,-9.2e12,1e12\nC,,9.2e12,9.2e12,-1e12\n")
+        run = self.run_host("info", "vast.csv")
+        self.assert_done(run)
+        self.assertNotRegex(run.stdout.lower(), "nan|inf")
+
     def test_the_sample_site(self):
         run = self.run_host("info", str(SITE / "ground.csv"))
         self.assert_done(run)

@@ -85,6 +85,24 @@ class Volume(HostTest):
         self.assert_done(self.volume("10"))
         self.assertNotIn("x", self.report())
 
+    def test_a_long_name_is_cut_between_two_characters_in_the_report(self):
+        name = "x" + "\u00e9" * 20
+        self.write(name + ".csv", TILTED)
+        run = self.volume("10", points=name + ".csv")
+        self.assert_done(run)
+        self.assertEqual(values(run.stdout)["Surface"], name)
+        report = (self.folder / "report.txt").read_text(encoding="utf-8")
+        self.assertIn("x" + "\u00e9" * 11 + "\n", report.replace(" ", ""))
+
+    def test_a_report_may_go_to_a_device_or_through_a_link(self):
+        (self.folder / "link.txt").symlink_to("report.txt")
+        for report in ("/dev/null", "link.txt", "sub\\report.txt"):
+            with self.subTest(report=report):
+                (self.folder / "sub").mkdir(exist_ok=True)
+                self.assert_done(self.run_host("volume", "tilted.csv", "--level", "10", "--report", report))
+        self.assertTrue((self.folder / "link.txt").is_symlink())
+        self.assertEqual((self.folder / "sub/report.txt").read_text(), self.report())
+
     def test_the_sample_site_adds_up(self):
         """Cut and fill areas make up the whole, and a level 1 m lower has one layer of the site more to cut."""
         def at(level):

@@ -57,6 +57,8 @@ TEST_F(PointFile, Lines) {
       {"\n\r\n\nP1,,1,2,3\n\n", {"Site,P1,2,1,3"}},
       {"P1,,1,2,3,4,5,rest\n", {"Site,P1,2,1,3"}},
       {",,,,\n", {"Site,,0,0,0"}},
+      {"\xEF\xBB\xBFP1,,1,2,3\nP2,,4,5,6\n", {"Site,P1,2,1,3", "Site,P2,5,4,6"}},
+      {"\xEF\xBB\xBF", {}},
       {"P1,,x,2m, 3\n", {"Site,P1,2,0,3"}},
       {"name,code,E,N,Z\n", {"Site,name,0,0,0"}},
       {"P1,,+1e2,-0x10,.5\n", {"Site,P1,-16,100,0.5"}},

@@ -220,6 +220,30 @@ TEST(UpdateDTMSurface, RecordsOfTheArrayAreNeverReleased) {
   EXPECT_EQ(0, surface.getPointsNumber());
 }
 
+// A surface that refers to an array builds at every edit; one that does not builds when somebody looks, and so sees
+// what became of a record meanwhile.
+TEST(SetSurfacePoints, ForgetsTheArrayUnlessARecordLiesInIt) {
+  for (const bool keepsOne : {true, false}) {
+    SurfacePoint array[3];
+    OwnedSurface surface;
+    surface.updateDTMSurface(3, array);
+    std::vector<SurfacePoint*> points = {newPoint("A", {0, 0, 1}), newPoint("B", {10, 0, 2}),
+                                         newPoint("C", {0, 10, 3})};
+    if (keepsOne) {
+      delete points[1];
+      array[1] = SurfacePoint();
+      array[1].setE(10);
+      points[1] = &array[1];
+    }
+    surface.setSurfacePoints(points);
+    SurfacePoint* added = newPoint("D", {10, 10, 4});
+    surface.addSurfacePoint(added, 3);
+    added->setZ(50);
+    EXPECT_EQ(keepsOne ? 4.0 : 50.0, surface.getMaxElev());
+    surface.release();  // releasing a record of the array fails under the sanitizer
+  }
+}
+
 TEST(Clone, SharesNothing) {
   OwnedSurface surface(risingSquare());
   surface.setIsDrawDTM(false);

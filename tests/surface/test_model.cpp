@@ -1,5 +1,6 @@
 // The life of a surface's TIN, its statistics, and the queries that run on it.
 #include <cmath>
+#include <limits>
 #include <memory>
 
 #include <OrvikDTMAlgorithm/surface/FillCutResult.h>
@@ -225,6 +226,24 @@ TEST(GetFillCut, AgainstALevel) {
   EXPECT_STREQ("Site", RecordLayout::surfaceName(*result));
   EXPECT_STREQ("", RecordLayout::refSurfaceName(*result));
   EXPECT_DOUBLE_EQ(100.0, RecordLayout::twoDArea(*result));
+}
+
+TEST(FillCut, LevelsThatAreNoNumbers) {
+  OwnedSurface surface(risingSquare());
+  const double infinity = std::numeric_limits<double>::infinity();
+  const std::unique_ptr<FillCutResult> above(surface.getFillCut(infinity));
+  EXPECT_EQ(infinity, above->getFillVolume());
+  EXPECT_EQ(0.0, above->getCutVolume());
+  EXPECT_DOUBLE_EQ(surface.getTwoDArea(), above->getFillTwoDArea());
+  const std::unique_ptr<FillCutResult> below(surface.getFillCut(-infinity));
+  EXPECT_EQ(infinity, below->getCutVolume());
+  EXPECT_EQ(0.0, below->getFillVolume());
+  EXPECT_DOUBLE_EQ(surface.getThreeDArea(), below->getCutThreeDArea());
+  const std::unique_ptr<FillCutResult> none(surface.getFillCut(std::numeric_limits<double>::quiet_NaN()));
+  for (const double v : {none->getFillVolume(), none->getCutVolume(), none->getFillTwoDArea(), none->getCutTwoDArea(),
+                         none->getFillThreeDArea(), none->getCutThreeDArea()}) {
+    EXPECT_TRUE(std::isnan(v));
+  }
 }
 
 TEST(SetRangeList, LivesInTheTin) {
