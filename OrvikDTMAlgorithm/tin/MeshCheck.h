@@ -37,7 +37,9 @@ class MillimetrePlane {
     return a.y != b.y ? a.y < b.y : a.x < b.x;
   }
 
-  Int128 along(Number i, int dx, int dy) const { return Int128{positions_[i].x} * dx + Int128{positions_[i].y} * dy; }
+  Int128 along(Number i, const int* direction) const {
+    return Int128{positions_[i].x} * direction[0] + Int128{positions_[i].y} * direction[1];
+  }
 
   Area doubledArea(Number i, Number j, Number k) const {
     const MillimetrePosition& a = positions_[i];
@@ -99,7 +101,9 @@ class DoublePlane {
     return a.y != b.y ? a.y < b.y : a.x < b.x;
   }
 
-  double along(Number i, int dx, int dy) const { return positions_[i].x * dx + positions_[i].y * dy; }
+  double along(Number i, const int* direction) const {
+    return positions_[i].x * direction[0] + positions_[i].y * direction[1];
+  }
 
   double doubledArea(Number i, Number j, Number k) const {
     const Position& a = positions_[i];
@@ -141,9 +145,9 @@ template <typename Plane>
 std::vector<Number> outermost(const Plane& plane, const std::vector<Number>& numbers) {
   constexpr int kDirections[8][2] = {{0, -1}, {1, -1}, {1, 0}, {1, 1}, {0, 1}, {-1, 1}, {-1, 0}, {-1, -1}};
   std::vector<Number> result;
-  for (const auto& [dx, dy] : kDirections) {
-    const auto nearer = [&plane, dx, dy](Number i, Number j) {
-      return plane.along(i, dx, dy) < plane.along(j, dx, dy);
+  for (const int* direction : kDirections) {
+    const auto nearer = [&plane, direction](Number i, Number j) {
+      return plane.along(i, direction) < plane.along(j, direction);
     };
     const Number farthest = *std::max_element(numbers.begin(), numbers.end(), nearer);
     if (result.empty() || !plane.same(result.back(), farthest)) result.push_back(farthest);

@@ -301,8 +301,8 @@ TEST_F(OneTriangle, WithAVertexInThePlaneBetweenTheOthersItIsSplitThere) {
 TEST_F(OneTriangle, SplitInTwo) {
   heights(0, 0, 6);
   const auto result = fillCut(*tin_, 2);
-  EXPECT_NEAR(result->getCutVolume(), 8.0 * 4 / 3, 1e-12);  // a corner of side 4
-  EXPECT_NEAR(result->getCutVolume() - result->getFillVolume(), 18.0 * (2 - 2), 1e-12);
+  EXPECT_NEAR(result->getCutVolume(), 8.0 * 4 / 3, 1e-12);   // a corner of side 4
+  EXPECT_NEAR(result->getFillVolume(), 8.0 * 4 / 3, 1e-12);  // the mean height is the level: as much below as above
   EXPECT_NEAR(result->getCutTwoDArea(), 8.0, 1e-12);
   EXPECT_NEAR(result->getFillTwoDArea(), 10.0, 1e-12);
 }
@@ -350,6 +350,19 @@ TEST_F(OneTriangle, ReplacedListsAreNotRead) {
   delete tin_->getEList();
   tin_->setEList(nullptr);
   EXPECT_TRUE(tin_->getTriangle3List().empty());
+}
+
+TEST(LevelVolume, FlatNetworkInThePlaneIsAllFillWithoutVolume) {
+  OwnedPoints points;
+  for (int i = 0; i < 200; ++i) points.add((i * 379) % 997, (i * 577) % 991, 12.5);
+  const auto tin = support::triangulate(points);
+  const auto result = fillCut(*tin, 12.5);
+  EXPECT_DOUBLE_EQ(result->getFillTwoDArea(), tin->getArea2D());
+  EXPECT_DOUBLE_EQ(result->getFillThreeDArea(), tin->getArea3D());
+  EXPECT_EQ(result->getFillVolume(), 0.0);
+  EXPECT_EQ(result->getCutVolume(), 0.0);
+  EXPECT_EQ(result->getCutTwoDArea(), 0.0);
+  EXPECT_EQ(static_cast<int>(tin->getTriangle3List().size()), support::triangleCount(*tin));
 }
 
 }  // namespace
