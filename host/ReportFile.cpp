@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "Console.h"
@@ -68,6 +69,14 @@ class TemporaryFolder {
   std::string path_;
 };
 
+// Whether the results themselves go to that file: both would write over each other.
+bool takesOutput(const std::string& path, int descriptor) {
+  struct stat file {};
+  struct stat output {};
+  return stat(path.c_str(), &file) == 0 && fstat(descriptor, &output) == 0 && S_ISREG(output.st_mode) &&
+         file.st_dev == output.st_dev && file.st_ino == output.st_ino;
+}
+
 // The library does not say whether a disk filled up meanwhile.
 bool isWhole(const std::string& report) {
   std::ifstream file(report);
@@ -89,6 +98,9 @@ void requireReportTarget(const std::string& path) {
   if (fault) refuse(path, faultText(fault));
   if (fs::is_directory(status)) refuse(path, "it is a folder: name a file in it");
   if (!fs::is_regular_file(status) && !fs::is_character_file(status)) refuse(path, "it is not a file: name another");
+  if (takesOutput(path, STDOUT_FILENO) || takesOutput(path, STDERR_FILENO)) {
+    refuse(path, "the program's own output goes there: name another file");
+  }
   if (access(path.c_str(), W_OK) != 0) refuse(path, "check its permissions");
 }
 

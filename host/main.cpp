@@ -45,7 +45,10 @@ CLI::App* commandOf(const CLI::App& app) {
 
 // What was typed and means nothing is named before what is missing: a mistyped option is both. Options come first, for
 // their values are left over with them.
-void refuseExtras(const std::vector<std::string>& extras, bool hasCommand) {
+void refuseExtras(std::vector<std::string> leftOver, bool hasCommand) {
+  // "--" ends the options, and is left over itself.
+  leftOver.erase(std::remove(leftOver.begin(), leftOver.end(), "--"), leftOver.end());
+  const std::vector<std::string>& extras = leftOver;
   if (extras.empty()) return;
   const auto option = std::find_if(extras.begin(), extras.end(),
                                    [](const std::string& word) { return word.size() > 1 && word.front() == '-'; });

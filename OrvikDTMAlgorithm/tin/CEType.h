@@ -79,8 +79,9 @@ class ORVIKDTM_API CEType {
   static CEType* initCETypeFromFaces(const std::vector<TPoint*>& vertices,
                                      const std::vector<std::array<int, 3>>& faces);
 
-  // The number of a triangle that holds (x, y), by exact signs and boundary included; 0 outside. Where no triangle does
-  // so the first, in scan order, in which (x, y) lies within an area of 0.0001. Starts at the triangle found last.
+  // The number of a triangle that holds (x, y), by exact signs and boundary included; 0 outside the hull. Within the
+  // hull, where no triangle does so: the first, in scan order, in which (x, y) lies within an area of 0.0001. Starts at
+  // the triangle found last.
   int locateTri(double x, double y);
 
   // The same by a walk from triangle `start` alone, which neither uses nor changes the triangle found last; 0 when the
@@ -157,7 +158,7 @@ class ORVIKDTM_API CEType {
   bool holds(int tri, const TPoint& p) const;
   bool acceptsByArea(int tri, const TPoint& p) const;
   bool isFlat(int tri) const;
-  int anyNeighbour(int tri) const;
+  int beyondFlat(int tri, const TPoint& p) const;
   int nextOnWalk(int tri, const TPoint& p) const;
   struct WalkEnd {
     int found;

@@ -1,6 +1,8 @@
 // Which triangle holds a point: a walk from triangle to triangle, and behind it a scan of all of them.
 #include <algorithm>
 #include <cmath>
+#include <unordered_set>
+#include <vector>
 
 #include <OrvikDTMAlgorithm/report/NumberText.h>
 #include <OrvikDTMAlgorithm/tin/CETypeElements.h>
@@ -96,24 +98,39 @@ int CEType::nextOnWalk(int tri, const TPoint& p) const {
   return 0;
 }
 
-// The first neighbour of a triangle across an edge that has a length; 0 when there is none.
-int CEType::anyNeighbour(int tri) const {
-  for (int which = 0; which < kEdgesOfTriangle; ++which) {
-    const TEdge* edge = edgeOf(tri, which);
-    if (edge == nullptr || edge->getStartPoint()->equals(edge->getEndPoint())) continue;
-    const int next = edge->getLeftT() != tri ? edge->getLeftT() : edge->getRightT();
-    if (next >= 1 && next <= triangleCount()) return next;
+// The way out of a flat triangle, beside a repeat, for a point on its line, to which no side leads: over the flat
+// triangles next to it to one with an area, if possible one that holds the point; 0 when there is none.
+int CEType::beyondFlat(int tri, const TPoint& p) const {
+  std::vector<int> flat{tri};
+  std::unordered_set<int> seen{tri};
+  int firstFound = 0;
+  for (std::size_t i = 0; i < flat.size(); ++i) {
+    for (int which = 0; which < kEdgesOfTriangle; ++which) {
+      const TEdge* edge = edgeOf(flat[i], which);
+      if (edge == nullptr) continue;
+      const int next = edge->getLeftT() != flat[i] ? edge->getLeftT() : edge->getRightT();
+      if (next < 1 || next > triangleCount() || !seen.insert(next).second) continue;
+      if (isFlat(next)) {
+        flat.push_back(next);
+        continue;
+      }
+      if (holds(next, p)) return next;
+      if (firstFound == 0) firstFound = next;
+    }
   }
-  return 0;
+  return firstFound;
 }
 
 CEType::WalkEnd CEType::walk(int start, const TPoint& p) const {
   int tri = start;
+  bool hasLeftFlat = false;
   for (int moves = 0; moves <= triangleCount(); ++moves) {
     if (holds(tri, p)) return {tri, tri};
     int next = nextOnWalk(tri, p);
-    // No side leads out of a flat triangle to a point on its line.
-    if (next == 0 && moves == 0 && isFlat(tri)) next = anyNeighbour(tri);
+    if (next == 0 && !hasLeftFlat && isFlat(tri)) {
+      next = beyondFlat(tri, p);
+      hasLeftFlat = true;
+    }
     if (next == 0) return {0, tri};
     tri = next;
   }

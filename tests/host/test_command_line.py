@@ -70,6 +70,12 @@ class CommandLine(HostTest):
                     self.assert_refused(run, WRONG_USAGE, "overwrite the survey in ")
                     self.assertEqual((self.folder / "sub/ground.csv").read_text(), TILTED)
 
+    def test_the_end_of_the_options_may_be_marked(self):
+        self.write("-x.csv", TILTED)
+        self.write("plain.csv", TILTED)
+        self.assert_done(self.run_host("info", "--", "plain.csv"))
+        self.assert_done(self.run_host("info", "--", "-x.csv"))
+
     def test_version(self):
         run = self.run_host("--version")
         self.assert_done(run)

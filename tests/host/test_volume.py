@@ -103,6 +103,13 @@ class Volume(HostTest):
         self.assertTrue((self.folder / "link.txt").is_symlink())
         self.assertEqual((self.folder / "sub/report.txt").read_text(), self.report())
 
+    def test_the_report_cannot_share_a_file_with_the_results(self):
+        for report in ("both.txt", "/dev/stdout"):
+            with self.subTest(report=report), open(self.folder / "both.txt", "w", encoding="utf-8") as output:
+                run = self.run_host("volume", "tilted.csv", "--level", "10", "--report", report, stdout=output)
+                self.assert_refused(run, FAILED, "output goes there: name another file")
+        self.assertEqual((self.folder / "both.txt").read_text(), "")
+
     def test_the_sample_site_adds_up(self):
         """Cut and fill areas make up the whole, and a level 1 m lower has one layer of the site more to cut."""
         def at(level):

@@ -57,6 +57,17 @@ TEST_P(RepeatedCorner, IsFoundEverywhereInside) {
 
 INSTANTIATE_TEST_SUITE_P(HeightOfTheSecondShot, RepeatedCorner, testing::Values(100.0, 100.02));
 
+TEST(Repeats, TheWalkLeavesSeveralFlatTriangles) {
+  const OwnedPoints points({{3, 3, 0}, {3, 0, 1}, {3, 3, 0}, {2, 1, 1}, {2, 1, 0}});
+  const auto tin = support::triangulate(points);
+  ASSERT_EQ(support::triangleCount(*tin), 3);
+  for (int start = 1; start <= 3; ++start) {
+    for (const auto& [x, y] : {std::pair{3, 3}, {3, 0}, {2, 1}, {3, 2}}) {
+      EXPECT_EQ(tin->locateTri(x, y, start), tin->locateTri1(x, y)) << x << " " << y << " from " << start;
+    }
+  }
+}
+
 TEST(Repeats, RandomSitesWithARepeatedPointHaveNoHeightOutside) {
   int flat = 0;
   for (std::uint64_t seed = 1; seed <= 400; ++seed) {
