@@ -2,7 +2,7 @@
 
 import unittest
 
-from orvikdtm import SITE, TILTED, HostTest, values
+from orvikdtm import FAILED, SITE, TILTED, HostTest, values
 
 
 class Volume(HostTest):
