@@ -7,14 +7,13 @@
 #include <string>
 #include <string_view>
 
+#include <OrvikDTMAlgorithm/io/TextLines.h>
+#include <OrvikDTMAlgorithm/platform/Platform.h>
+#include <OrvikDTMAlgorithm/report/NumberText.h>
 #include <OrvikDTMAlgorithm/report/U.h>
 #include <OrvikDTMAlgorithm/surface/DTMSurface.h>
 #include <OrvikDTMAlgorithm/surface/Name.h>
 #include <OrvikDTMAlgorithm/surface/SurfacePoint.h>
-
-#include "OrvikDTMAlgorithm/io/TextLines.h"
-#include "OrvikDTMAlgorithm/platform/Platform.h"
-#include "OrvikDTMAlgorithm/report/NumberText.h"
 
 inline namespace OrvikDTM {
 namespace {

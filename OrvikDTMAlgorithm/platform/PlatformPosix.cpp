@@ -13,7 +13,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "OrvikDTMAlgorithm/platform/Platform.h"
+#include <OrvikDTMAlgorithm/platform/Platform.h>
 
 inline namespace OrvikDTM {
 namespace detail {

@@ -6,7 +6,7 @@
 #include <memory>
 #include <windows.h>
 
-#include "OrvikDTMAlgorithm/platform/Platform.h"
+#include <OrvikDTMAlgorithm/platform/Platform.h>
 
 inline namespace OrvikDTM {
 namespace detail {

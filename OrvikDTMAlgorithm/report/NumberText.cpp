@@ -1,11 +1,9 @@
 // Numbers as text: fixed and general notation. Built on std::to_chars, which knows no locale.
-#include "OrvikDTMAlgorithm/report/NumberText.h"
-
 #include <charconv>
 
+#include <OrvikDTMAlgorithm/report/GbkText.h>
+#include <OrvikDTMAlgorithm/report/NumberText.h>
 #include <OrvikDTMAlgorithm/report/U.h>
-
-#include "OrvikDTMAlgorithm/report/GbkText.h"
 
 inline namespace OrvikDTM {
 namespace detail {

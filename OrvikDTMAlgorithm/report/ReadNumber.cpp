@@ -5,8 +5,8 @@
 #include <limits>
 #include <optional>
 
-#include "OrvikDTMAlgorithm/report/LowerAscii.h"
-#include "OrvikDTMAlgorithm/report/NumberText.h"
+#include <OrvikDTMAlgorithm/report/LowerAscii.h>
+#include <OrvikDTMAlgorithm/report/NumberText.h>
 
 inline namespace OrvikDTM {
 namespace detail {

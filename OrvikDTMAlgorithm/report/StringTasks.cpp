@@ -2,11 +2,10 @@
 #include <algorithm>
 #include <cstdio>
 
+#include <OrvikDTMAlgorithm/platform/Platform.h>
+#include <OrvikDTMAlgorithm/report/GbkText.h>
+#include <OrvikDTMAlgorithm/report/LowerAscii.h>
 #include <OrvikDTMAlgorithm/report/U.h>
-
-#include "OrvikDTMAlgorithm/platform/Platform.h"
-#include "OrvikDTMAlgorithm/report/GbkText.h"
-#include "OrvikDTMAlgorithm/report/LowerAscii.h"
 
 inline namespace OrvikDTM {
 bool U::endsWith(const std::string& s, const std::string& suffix) {

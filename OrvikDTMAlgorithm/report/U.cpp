@@ -2,9 +2,8 @@
 #include <cmath>
 #include <limits>
 
+#include <OrvikDTMAlgorithm/report/NumberText.h>
 #include <OrvikDTMAlgorithm/report/U.h>
-
-#include "OrvikDTMAlgorithm/report/NumberText.h"
 
 inline namespace OrvikDTM {
 namespace {

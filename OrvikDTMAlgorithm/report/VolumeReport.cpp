@@ -1,13 +1,11 @@
 // Volume reports: the choice of form, and what the forms share. How a form is laid out stands in a file of its own.
-#include "OrvikDTMAlgorithm/report/VolumeReport.h"
-
 #include <utility>
 
 #include <OrvikDTMAlgorithm/io/DTMFileOperation.h>
+#include <OrvikDTMAlgorithm/platform/Platform.h>
+#include <OrvikDTMAlgorithm/report/NumberText.h>
 #include <OrvikDTMAlgorithm/report/U.h>
-
-#include "OrvikDTMAlgorithm/platform/Platform.h"
-#include "OrvikDTMAlgorithm/report/NumberText.h"
+#include <OrvikDTMAlgorithm/report/VolumeReport.h>
 
 inline namespace OrvikDTM {
 namespace detail {

@@ -1,10 +1,9 @@
 // The volume report as a page of HTML in UTF-8: a title and five tables of two columns, all on a single line. Labels
 // and names go into the page as they are, so a caller may put mark-up of its own into them.
 #include <OrvikDTMAlgorithm/report/U.h>
+#include <OrvikDTMAlgorithm/report/VolumeReport.h>
 #include <OrvikDTMAlgorithm/surface/DTMSurface.h>
 #include <OrvikDTMAlgorithm/surface/FillCutResult.h>
-
-#include "OrvikDTMAlgorithm/report/VolumeReport.h"
 
 inline namespace OrvikDTM {
 namespace detail {

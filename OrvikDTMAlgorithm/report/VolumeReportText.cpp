@@ -1,9 +1,8 @@
 // The volume report as a text: rows of padded cells, in the bytes in which labels and names were given.
 #include <OrvikDTMAlgorithm/report/U.h>
+#include <OrvikDTMAlgorithm/report/VolumeReport.h>
 #include <OrvikDTMAlgorithm/surface/DTMSurface.h>
 #include <OrvikDTMAlgorithm/surface/FillCutResult.h>
-
-#include "OrvikDTMAlgorithm/report/VolumeReport.h"
 
 inline namespace OrvikDTM {
 namespace detail {

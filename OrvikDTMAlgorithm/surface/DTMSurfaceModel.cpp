@@ -1,5 +1,6 @@
 // The TIN of a surface: built from the points when it is first needed, its statistics, and the queries that run on it.
 
+#include <OrvikDTMAlgorithm/report/NumberText.h>
 #include <OrvikDTMAlgorithm/report/U.h>
 #include <OrvikDTMAlgorithm/surface/DTMSurface.h>
 #include <OrvikDTMAlgorithm/surface/FillCutResult.h>
@@ -8,8 +9,6 @@
 #include <OrvikDTMAlgorithm/tin/Surface.h>
 #include <OrvikDTMAlgorithm/tin/TList.h>
 #include <OrvikDTMAlgorithm/tin/TPoint.h>
-
-#include "OrvikDTMAlgorithm/report/NumberText.h"
 
 inline namespace OrvikDTM {
 namespace {

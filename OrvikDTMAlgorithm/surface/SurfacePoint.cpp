@@ -1,10 +1,9 @@
 // The survey point record.
 #include <cstring>
 
+#include <OrvikDTMAlgorithm/report/NumberText.h>
 #include <OrvikDTMAlgorithm/surface/Name.h>
 #include <OrvikDTMAlgorithm/surface/SurfacePoint.h>
-
-#include "OrvikDTMAlgorithm/report/NumberText.h"
 
 inline namespace OrvikDTM {
 namespace {

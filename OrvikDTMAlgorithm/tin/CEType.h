@@ -1,15 +1,11 @@
 // The TIN of one surface: hull, edges and triangles in numbered lists, the boundary polygon that limits volumes and
 // queries, and what repeated point location remembers.
 //
-// 1. Axes: x = easting, y = northing, z = elevation, in coordinate units; areas are in their squares, volumes in their
-// cubes.
-// 2. Numbers are positions in the lists, from 1; 0 means none. A number that names nothing is skipped by every
-// operation.
-// 3. A CEType owns its three lists and its boundary points. The points that its edges refer to belong to whoever built
-// it,
-//    save those handed over with holdPoints().
-// 4. Copies are shallow: the copy refers to the same lists and boundary points, and must not be destroyed beside its
-// source.
+// 1. Axes: x = easting, y = northing, z = elevation, in coordinate units; areas are in their squares, volumes in cubes.
+// 2. Numbers are positions in the lists, from 1; 0 means none. Every operation skips a number that names nothing.
+// 3. A CEType owns its three lists and its boundary points. The points of its edges belong to whoever built it, save
+//    those handed over with holdPoints().
+// 4. Copies are shallow: the copy refers to the same lists and boundary points; destroy only one of the two.
 // 5. Not for several threads at once: even queries remember where they ended.
 #pragma once
 
@@ -142,8 +138,8 @@ class ORVIKDTM_API CEType {
   friend class Surface;           // knows the local origin
   friend struct CETypeInternals;  // the tests' way in
 
-  // The three distinct corners of a triangle as a rule names them from its first two edges; false when one does not
-  // exist.
+  // The corners of a triangle: the ends of its first edge, then the end of its second edge that is neither. False when
+  // one of the two edges does not exist.
   struct Corners {
     TPoint* p1;
     TPoint* p2;

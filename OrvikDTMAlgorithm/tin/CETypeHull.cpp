@@ -13,10 +13,6 @@ namespace {
 
 using PointIndex = std::unordered_map<TPoint, std::size_t, detail::PointHash>;
 
-}  // namespace
-
-namespace {
-
 // The hull's edges, told apart by the points that they join.
 struct HullSides {
   std::vector<TPoint> starts;

@@ -61,5 +61,15 @@ struct Mesh {
   Number triangleCount() const { return static_cast<Number>(triangles.size() - 1); }
 };
 
+// Which of the mesh's points an edge joins.
+inline std::vector<bool> verticesOf(const Mesh& mesh) {
+  std::vector<bool> isVertex(mesh.points.size(), false);
+  for (Number edge = 1; edge <= mesh.edgeCount(); ++edge) {
+    isVertex[mesh.edges[edge].start] = true;
+    isVertex[mesh.edges[edge].end] = true;
+  }
+  return isVertex;
+}
+
 }  // namespace detail
 }  // namespace OrvikDTM

@@ -67,15 +67,6 @@ bool beginsWrong(const detail::NormalisedPoints& normalised) {
   return !detail::beginSweep(mesh, fanEnd, watch);
 }
 
-std::vector<bool> verticesOf(const detail::Mesh& mesh) {
-  std::vector<bool> isVertex(mesh.points.size(), false);
-  for (Number edge = 1; edge <= mesh.edgeCount(); ++edge) {
-    isVertex[mesh.edges[edge].start] = true;
-    isVertex[mesh.edges[edge].end] = true;
-  }
-  return isVertex;
-}
-
 // The sweep's triangulation with its edges flipped; nothing when the points have no sweep order or the sweep is not
 // valid.
 std::optional<FinishedMesh> buildBySweep(const detail::NormalisedPoints& normalised) {
@@ -87,7 +78,7 @@ std::optional<FinishedMesh> buildBySweep(const detail::NormalisedPoints& normali
   detail::flipToDelaunay(*mesh);
 
   std::vector<Position> places = mesh->points;
-  const std::vector<bool> isVertex = verticesOf(*mesh);
+  const std::vector<bool> isVertex = detail::verticesOf(*mesh);
   for (std::size_t i = 0; i < places.size(); ++i) {
     // What the sweep has passed over stays relative to the origin.
     if (isVertex[i]) places[i] = {places[i].x + normalised.origin.x, places[i].y + normalised.origin.y};

@@ -22,11 +22,7 @@ bool SweepWatch::allowsEnd() {
 // The sweep passes over a point that no hull edge can take; that does no harm where another point at its place is a
 // vertex.
 bool SweepWatch::hasAllPositions() const {
-  std::vector<bool> isVertex(mesh_.points.size(), false);
-  for (Number edge = 1; edge <= mesh_.edgeCount(); ++edge) {
-    isVertex[mesh_.edges[edge].start] = true;
-    isVertex[mesh_.edges[edge].end] = true;
-  }
+  const std::vector<bool> isVertex = verticesOf(mesh_);
   if (std::find(isVertex.begin(), isVertex.end(), false) == isVertex.end()) return true;
   const auto before = [](const MillimetrePosition& a, const MillimetrePosition& b) {
     return a.y != b.y ? a.y < b.y : a.x < b.x;
