@@ -17,10 +17,10 @@ constexpr std::array<Number, 3> kNextCorner = {1, 2, 0};
 // The rays (dx, dy) are those that the sweep takes its directions from, to the bit, and both point upward or along x
 // (dy >= 0), so their directions a lie in [0, pi]. Let u = 2^-53.
 // - A computed cosine is within 4u of the exact one (two roundings of the squared length, halved by the root, that of
-//   the root and that of the quotient; what underflows is nothing beside kShortest2) and never above 1, because the root of a
-//   rounded square is the number itself. The arc cosine turns an error d of the cosine into at most acos(1 - d) <=
-//   1.001 sqrt(2d) <= 3e-8; its own last digits, and the rounding up by less than 1e-10, make that less than 4e-8 for a
-//   rounded direction.
+//   the root and that of the quotient; what underflows is nothing beside kShortest2) and never above 1, because the
+//   root of a rounded square is the number itself. The arc cosine turns an error d of the cosine into at most acos(1 -
+//   d) <= 1.001 sqrt(2d) <= 3e-8; its own last digits, and the rounding up by less than 1e-10, make that less than 4e-8
+//   for a rounded direction.
 // - So the rounded directions differ as the exact ones do wherever those are more than 1e-7 apart, and an angle is at
 //   least its sine.
 // - The computed cross product is within 8u of (length * length), the other sides of the comparison within a few u of
