@@ -1,6 +1,9 @@
-// Files that are not a surface's own business: volume reports (and, as they land, surface files and boundary files).
+// Files that are not a surface's own business: surface files and folders of them, boundary files, volume reports.
 // Paths are zero-terminated texts in the system's code page; a null path fails like one that cannot be opened.
 #pragma once
+
+#include <string>
+#include <vector>
 
 #include <OrvikDTMAlgorithm/Export.h>
 
@@ -8,10 +11,36 @@ inline namespace OrvikDTM {
 
 class DTMSurface;
 class FillCutResult;
+struct RangePoint;
 
 class ORVIKDTM_API DTMFileOperation {
  public:
   DTMFileOperation() = default;
+
+  // Writes `surface` to a ".ttin" file (docs/ttin-format.md). The file is written beside its target and renamed over it
+  // when complete, so the target is always the old file or the new one; in a folder that allows no new file the target
+  // is written in place. True once the file was opened, also when the disk is full by then; false for a null surface.
+  bool saveSurfaces(const char* path, DTMSurface* surface);
+
+  // Fills `surface` from a file: type 0 is ".ttin", 1 ".sjw", 2 LandXML ".xml"; the extension must fit. A blank at
+  // either end of a ".ttin" path is not part of it. False when the file is not such a file or holds no points (types 1
+  // and 2).
+  bool loadSurface(const char* path, int type, DTMSurface* surface);
+
+  // The files in `folder` whose names end in `extension`, in the order in which the system lists them, each as the
+  // folder, a backslash and the name (which every function of this library opens on every platform).
+  std::vector<std::string> getSurfaceByPath(const char* folder, const char* extension);
+
+  // Removes a file; true also when there is none.
+  bool deleteSurface(const char* path);
+
+  // Reads a boundary file (".waa" or ".csv", any case): two switches, then a vertex a line (name, northing, easting and
+  // perhaps elevation). The records in `out` are released first; the new ones, made with `new`, are the caller's. False
+  // for another extension, with `out` untouched, and for a file that cannot be read.
+  bool loadRangePointFile(const char* path, bool* first, bool* second, std::vector<RangePoint*>& out);
+
+  // Writes one, with coordinates of six significant digits. False when it cannot be written whole.
+  bool saveRangePointFile(const char* path, bool first, bool second, const std::vector<RangePoint*>& points);
 
   // Writes a volume report of `result` on `surface`, measured against a level or against the surface named `refName`,
   // to `path`: form 0 is a page of HTML in UTF-8, form 1 a text in the bytes that it is given. `labels` holds all

@@ -13,6 +13,7 @@
 // 4. Not for several threads at once, const members included.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include <OrvikDTMAlgorithm/Export.h>
@@ -21,6 +22,7 @@
 inline namespace OrvikDTM {
 
 class CEType;
+class DrawLine;
 class FillCutResult;
 class SurfacePoint;
 class TPoint;
@@ -148,11 +150,43 @@ class ORVIKDTM_API DTMSurface {
   // The height at northing n, easting e. Returns 1 and stores it in *z; 0, leaving *z, where the surface has none.
   int checkSurfacePoint(double n, double e, double* z);
 
-  // Fill and cut against the level z = elevation; a new record, the caller's, with this surface's name. Null when the
-  // surface has no TIN, or a boundary (see CEType::getFillCut). A level above everything, infinity too, leaves fill
+  // Fill and cut against the level z = elevation (see CEType::getFillCut); a new record, the caller's, with this
+  // surface's name. Null when the surface has no TIN. A level above everything, infinity too, leaves fill
   // only, and one below everything cut only; at an infinite level that side's volume is infinite. A NaN level gives NaN
   // for the areas and volumes of both sides.
   FillCutResult* getFillCut(double elevation);
+
+  // Fill and cut against another TIN; a new record, the caller's, with this surface's name. Null when this surface has
+  // no TIN or `reference` is null.
+  FillCutResult* getFillCut(CEType* reference);
+
+  // Preview.
+
+  // Appends the edges of the TIN (only below 10,000 edges, and while isDrawDTM is on) and then those of its hull,
+  // clipped to a rectangle of eastings (x) and northings (y); the lines are the caller's, made with `new`. False, with
+  // nothing appended, when there is no TIN or it has fewer than three edges.
+  bool drawSurface(double minX, double maxX, double minY, double maxY, std::vector<DrawLine*>& lines);
+
+  // Files.
+
+  // This surface as the bytes of a surface file behind its header (docs/ttin-format.md). Builds the TIN if need be.
+  std::vector<unsigned char> toBytes();
+
+  // Fills this surface from such bytes, written by format `version`. The present records and TIN are replaced, not
+  // released (the TIN is). False when the block is too short or its counts do not fit: the name and the statistics may
+  // have changed by then, the points and the TIN have not.
+  bool tryParse(const unsigned char* block, int version, int length);
+
+  // Name, statistics and points in one line of text, for diagnosis: every value followed by a comma.
+  std::string toString();
+
+  // Writes the TIN as a ".sjw" triangle file. False without a TIN, or when the file cannot be opened.
+  bool exportFileSJW(const char* path);
+
+  // Replaces TIN, name (the file's, without folder and extension), statistics and points by those of a ".sjw" or a
+  // LandXML file. False, and nothing changes, when the file gives no triangle.
+  bool tryParseSJW(const char* path);
+  bool tryParseLandXML(const char* path);
 
  private:
   struct Statistics {

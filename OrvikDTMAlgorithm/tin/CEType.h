@@ -10,7 +10,9 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include <OrvikDTMAlgorithm/Export.h>
@@ -130,9 +132,43 @@ class ORVIKDTM_API CEType {
 
   // Fill and cut between this surface and the level z = elevation: where the surface lies below it is filled, where it
   // lies above it is cut. A triangle in the level itself counts as fill without volume. Names are left empty, the
-  // totals are this TIN's own measures. The record is the caller's. Null when a boundary of three or more points is
-  // set: volumes within a boundary are not available yet.
+  // totals are this TIN's own measures. The record is the caller's. Within a boundary of three or more points the level
+  // becomes a surface over the boundary and is compared as getFillCut(CEType*) does; the boundary's points then get
+  // z = elevation.
   FillCutResult* getFillCut(double elevation);
+
+  // Fill and cut between this surface and `reference`, by sampling: where this surface lies below the reference it is
+  // filled, where it lies above it is cut, within the boundary of this TIN if it has one. The triangles of the network
+  // that covers less are cut into pieces until each lies in one triangle of the other; how fine is bounded, so on
+  // surfaces with few common points the result is approximate. getFillCutExact() is not. The four perimeters are 0,
+  // names are left empty, the totals are this TIN's own measures. The record is the caller's. Null for a null
+  // reference.
+  FillCutResult* getFillCut(CEType* reference);
+
+  // The same figures without sampling: the two networks are overlaid, and every common piece is measured as a prism
+  // between two planes. Areas along the surface are those of this one. Stores the plan area over which both surfaces
+  // exist, within the boundary of this TIN, in *coverage unless it is null. The list of Triangle3 is left as it is,
+  // and so is the boundary.
+  FillCutResult* getFillCutExact(CEType* reference, double* coverage = nullptr);
+  FillCutResult* getFillCutExact(double elevation, double* coverage = nullptr);
+
+  // The three lists as bytes, big-endian, without framing (docs/ttin-format.md).
+  std::vector<unsigned char> getBytes() const;
+
+  // A new TIN, the caller's, from the bytes that getBytes() gave; every edge gets two points of its own, which go with
+  // the TIN. The first form trusts the counts in the block. The second never reads past `length` and gives null when
+  // the counts do not fit it; bytes after the block are ignored. Null for a null block.
+  static CEType* tryParse(unsigned char* block);
+  static CEType* tryParse(const unsigned char* block, std::size_t length);
+
+  // The triangles as text, a coordinate a line (x, y, z of three corners each) and "nil" at the end.
+  std::string getCASSsjw() const;
+
+  // A new TIN, the caller's, of the triangles in such a file, or of the first surface definition in a LandXML file; its
+  // points go with it. Null when the file gives no triangle. The second throws std::out_of_range for a definition
+  // without points or faces, and for a face beyond the points.
+  static CEType* initCETypeFromSJW(const char* path);
+  static CEType* initCETypeFromLandXml(const char* path);
 
  private:
   friend class Surface;           // knows the local origin
