@@ -11,16 +11,6 @@ namespace detail {
 
 namespace {
 
-// A directed edge: where it starts, and the next and previous edges around that point, counter-clockwise. The same edge
-// the other way has the number with the lowest bit flipped.
-struct HalfEdge {
-  Number origin;
-  Number next;
-  Number previous;
-};
-
-Number reversed(Number edge) { return edge ^ 1u; }
-
 // The half-edges of a growing triangulation. The numbers of deleted edges are used again.
 class HalfEdges {
  public:
@@ -56,6 +46,8 @@ class HalfEdges {
     halves_[place].next = e;
     halves_[next].previous = e;
   }
+
+  std::vector<HalfEdge> take() { return std::move(halves_); }
 
   void remove(Number e) {
     unlink(e);
@@ -275,129 +267,84 @@ class Zipper {
   Number lowest_ = 0;
 };
 
-// Numbers what the half-edges, without gaps, describe by the conventions of a TIN.
-class MeshWriter {
- public:
-  MeshWriter(const HalfEdges& halves, Number firstHullEdge)
-      : halves_(halves), triangleOf_(largeVector(halves.count(), kUnknown)) {
-    markHull(firstHullEdge);
-    writeTriangles();
-    writeEdges();
-  }
-
-  Mesh takeMesh() { return std::move(mesh_); }
-
- private:
-  static constexpr Number kUnknown = 0xFFFFFFFFu;
-  static constexpr Number kOutside = 0;
-
-  static Number numberOf(Number e) { return e / 2 + 1; }
-
-  // The edge before e around the triangle on the left of e.
-  Number before(Number e) const { return reversed(halves_.next(e)); }
-
-  void markHull(Number firstHullEdge) {
-    Number e = firstHullEdge;
-    do {
-      mesh_.hull.push_back(numberOf(e));
-      triangleOf_[reversed(e)] = kOutside;
-      e = halves_.next(reversed(e));
-    } while (e != firstHullEdge);
-  }
-
-  void writeTriangles() {
-    reserveLarge(mesh_.triangles, 1 + (halves_.count() - mesh_.hull.size()) / 3);
-    for (Number e = 0; e < halves_.count(); ++e) {
-      if (triangleOf_[e] != kUnknown) continue;
-      const Number third = before(e);
-      const Number second = before(third);
-      const Number number = mesh_.addTriangle(numberOf(e), numberOf(second), numberOf(third));
-      triangleOf_[e] = triangleOf_[second] = triangleOf_[third] = number;
-    }
-  }
-
-  void writeEdges() {
-    reserveLarge(mesh_.edges, 1 + halves_.count() / 2);
-    for (Number e = 0; e < halves_.count(); e += 2) {
-      const Number forward = triangleOf_[e] == kOutside ? reversed(e) : e;
-      mesh_.edges.push_back(
-          {halves_.origin(forward), halves_.end(forward), triangleOf_[forward], triangleOf_[reversed(forward)]});
-    }
-  }
-
-  const HalfEdges& halves_;
-  std::vector<Number> triangleOf_;  // to the left of each half-edge
-  Mesh mesh_;
-};
-
 template <typename Plane>
-Mesh triangulate(const Plane& plane) {
+ExactMesh triangulate(const Plane& plane) {
   Zipper<Plane> zipper(plane);
   zipper.run();
   Number firstHullEdge = zipper.firstHullEdge();
   HalfEdges edges = zipper.takeEdges();
   edges.closeGaps(firstHullEdge);
-  return MeshWriter(edges, firstHullEdge).takeMesh();
+  return {edges.take(), firstHullEdge};
 }
 
-bool areCollinear(const std::vector<MillimetrePosition>& positions) {
-  const MillimetrePosition& a = positions.front();
-  const MillimetrePosition& b = positions.back();
+// Whether all positions lie on one line; the first and last of `order` differ unless all are equal.
+bool areCollinear(const std::vector<MillimetrePosition>& positions, const std::vector<Number>& order) {
+  const MillimetrePosition& a = positions[order.front()];
+  const MillimetrePosition& b = positions[order.back()];
   return std::all_of(positions.begin(), positions.end(), [&a, &b](const MillimetrePosition& p) {
     return Int128{b.x - a.x} * (p.y - a.y) == Int128{b.y - a.y} * (p.x - a.x);
   });
 }
 
-// Brings the positions to coordinates from 0 on.
-void moveToCorner(std::vector<MillimetrePosition>& positions) {
-  MillimetrePosition corner = positions.front();
-  for (const MillimetrePosition& p : positions) corner = {std::min(corner.x, p.x), std::min(corner.y, p.y)};
-  for (MillimetrePosition& p : positions) p = {p.x - corner.x, p.y - corner.y};
+// The box of the positions, from its lowest to its highest coordinates.
+struct Box {
+  MillimetrePosition low;
+  MillimetrePosition high;
+};
+
+Box boxOf(const std::vector<MillimetrePosition>& positions) {
+  Box box{positions.front(), positions.front()};
+  for (const MillimetrePosition& p : positions) {
+    box.low = {std::min(box.low.x, p.x), std::min(box.low.y, p.y)};
+    box.high = {std::max(box.high.x, p.x), std::max(box.high.y, p.y)};
+  }
+  return box;
 }
 
-// Reorders the positions by quadrants and drops repeats; the result tells where each came from.
-std::vector<Number> orderWithoutRepeats(std::vector<MillimetrePosition>& positions) {
-  std::vector<Number> order = quadrantOrder(positions);
-  std::vector<MillimetrePosition> ordered;
-  reserveLarge(ordered, positions.size());
-  std::size_t kept = 0;
-  for (const Number i : order) {
-    if (!ordered.empty() && ordered.back() == positions[i]) continue;
-    ordered.push_back(positions[i]);
-    order[kept++] = i;
-  }
-  order.resize(kept);
-  positions.swap(ordered);
+// The positions by quadrants of the box that begins at `corner`, without repeats.
+std::vector<Number> orderWithoutRepeats(const std::vector<MillimetrePosition>& positions,
+                                        const MillimetrePosition& corner) {
+  std::vector<Number> order = quadrantOrder(positions, corner);
+  const auto isRepeat = [&positions](Number i, Number j) { return positions[i] == positions[j]; };
+  order.erase(std::unique(order.begin(), order.end(), isRepeat), order.end());
   return order;
 }
 
-bool isNear(const std::vector<MillimetrePosition>& positions) {
-  return std::all_of(positions.begin(), positions.end(),
-                     [](const MillimetrePosition& p) { return p.x < NearPlane::kExtent && p.y < NearPlane::kExtent; });
-}
-
-std::vector<Position> asDoubles(const std::vector<MillimetrePosition>& positions) {
-  std::vector<Position> result;
-  reserveLarge(result, positions.size());
-  for (const MillimetrePosition& p : positions) result.push_back({static_cast<double>(p.x), static_cast<double>(p.y)});
+// The positions in this order as seen from `corner`.
+template <typename Point>
+std::vector<Point> fromCorner(const std::vector<MillimetrePosition>& positions, const std::vector<Number>& order,
+                              const MillimetrePosition& corner) {
+  using Coordinate = decltype(Point::x);
+  std::vector<Point> result;
+  reserveLarge(result, order.size());
+  for (const Number i : order) {
+    const MillimetrePosition& p = positions[i];
+    result.push_back({static_cast<Coordinate>(p.x - corner.x), static_cast<Coordinate>(p.y - corner.y)});
+  }
   return result;
 }
 
 }  // namespace
 
-ExactTriangulation triangulateExactly(std::vector<MillimetrePosition> positions) {
+ExactMesh::ExactMesh(std::vector<HalfEdge> halves, Number firstHullEdge)
+    : halves_(std::move(halves)), triangleOf_(largeVector(halves_.size(), kUnknown)) {
+  Number e = firstHullEdge;
+  do {
+    hull_.push_back(numberOf(e));
+    triangleOf_[reversed(e)] = kOutside;
+    e = halves_[reversed(e)].next;
+  } while (e != firstHullEdge);
+}
+
+ExactTriangulation triangulateExactly(const std::vector<MillimetrePosition>& positions) {
   ExactTriangulation result;
   if (positions.empty()) return result;
-  moveToCorner(positions);
-  result.inputIndex = orderWithoutRepeats(positions);
-  if (areCollinear(positions)) return result;
-  if (isNear(positions)) {
-    NearPlane plane(asDoubles(positions));
-    positions = {};
-    result.mesh = triangulate(plane);
-  } else {
-    result.mesh = triangulate(FarPlane(std::move(positions)));
-  }
+  const Box box = boxOf(positions);
+  result.inputIndex = orderWithoutRepeats(positions, box.low);
+  if (areCollinear(positions, result.inputIndex)) return result;
+  const bool isNear = box.high.x - box.low.x < NearPlane::kExtent && box.high.y - box.low.y < NearPlane::kExtent;
+  result.mesh = isNear ? triangulate(NearPlane(fromCorner<Position>(positions, result.inputIndex, box.low)))
+                       : triangulate(FarPlane(fromCorner<MillimetrePosition>(positions, result.inputIndex, box.low)));
   return result;
 }
 

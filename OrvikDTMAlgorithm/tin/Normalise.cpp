@@ -92,29 +92,29 @@ NormalisedPoints normalise(std::vector<TPoint*>& points, bool compareUnshifted) 
   dropSecondMeetings(sorted);
 
   result.origin = sorted.front().position;
-  std::vector<Position> rounded;
-  reserveLarge(rounded, sorted.size());
-  for (std::size_t i = 0; i < sorted.size(); ++i) {
-    const Position& p = sorted[i].position;
-    result.origin.x = std::min(result.origin.x, p.x);
-    rounded.push_back({roundThroughText(kDecimalsOfPosition, p.x), roundThroughText(kDecimalsOfPosition, p.y)});
+  const bool countable = fitMillimetres(sorted);
+  std::vector<Position>& positions = result.positions;
+  reserveLarge(positions, sorted.size());
+  for (const SurveyedPoint& p : sorted) {
+    result.origin.x = std::min(result.origin.x, p.position.x);
+    positions.push_back(
+        {roundThroughText(kDecimalsOfPosition, p.position.x), roundThroughText(kDecimalsOfPosition, p.position.y)});
   }
 
-  const std::vector<bool> isRepeat = findRepeats(rounded, result.origin, compareUnshifted);
-  const bool countable = fitMillimetres(sorted);
+  const std::vector<bool> isRepeat = findRepeats(positions, result.origin, compareUnshifted);
   reserveLarge(result.points, sorted.size());
-  reserveLarge(result.positions, sorted.size());
   if (countable) reserveLarge(result.millimetres, sorted.size());
   for (std::size_t i = 0; i < sorted.size(); ++i) {
-    const Position& p = rounded[i];
+    const Position p = positions[i];
     if (!isRepeat.empty() && isRepeat[i]) {
       result.repeats.push_back({sorted[i].point, p});
       continue;
     }
+    positions[result.points.size()] = {p.x - result.origin.x, p.y - result.origin.y};
     result.points.push_back(sorted[i].point);
-    result.positions.push_back({p.x - result.origin.x, p.y - result.origin.y});
     if (countable) result.millimetres.push_back(inMillimetres(p));
   }
+  positions.resize(result.points.size());
   return result;
 }
 

@@ -6,6 +6,7 @@
 
 #include <OrvikDTMAlgorithm/tin/CEType.h>
 #include <OrvikDTMAlgorithm/tin/ConvexList.h>
+#include <OrvikDTMAlgorithm/tin/Delaunay.h>
 #include <OrvikDTMAlgorithm/tin/EList.h>
 #include <OrvikDTMAlgorithm/tin/ElementBlocks.h>
 #include <OrvikDTMAlgorithm/tin/PList.h>
@@ -49,25 +50,41 @@ class ListFiller {
 
 namespace {
 
-void publishEdges(const Mesh& mesh, const std::vector<TPoint*>& points, EList& edges) {
+// A mesh whose tables are at hand, read like an exact one.
+class TabledMesh {
+ public:
+  explicit TabledMesh(const Mesh& mesh) : mesh_(mesh) {}
+  Number edgeCount() const { return mesh_.edgeCount(); }
+  Number triangleCount() const { return mesh_.triangleCount(); }
+  const std::vector<Number>& hull() const { return mesh_.hull; }
+  const MeshTriangle& triangle(Number number) const { return mesh_.triangles[number]; }
+  const MeshEdge& edge(Number number) const { return mesh_.edges[number]; }
+
+ private:
+  const Mesh& mesh_;
+};
+
+template <typename Source>
+void publishEdges(Source& mesh, const std::vector<TPoint*>& points, EList& edges) {
   const int known = edges.getListLen();
   for (int number = 1; number <= known; ++number) {
-    const MeshEdge& e = mesh.edges[static_cast<Number>(number)];
+    const MeshEdge e = mesh.edge(static_cast<Number>(number));
     TEdge* edge = edges.findByNum(&edges, number);
     edge->setStartPoint(points[e.start]);
     edge->setEndPoint(points[e.end]);
     edge->setTriNo(slotsOf(e).data());
   }
   ListFiller::append<TEdge>(edges, static_cast<int>(mesh.edgeCount()), [&](int number) {
-    const MeshEdge& e = mesh.edges[static_cast<Number>(number)];
+    const MeshEdge e = mesh.edge(static_cast<Number>(number));
     TEdge edge(points[e.start], points[e.end]);
     edge.setTriNo(slotsOf(e).data());
     return edge;
   });
 }
 
-void publishTriangles(const Mesh& mesh, TList& triangles) {
-  const auto edgesOfNumber = [&mesh](int number) { return edgesOf(mesh.triangles[static_cast<Number>(number)]); };
+template <typename Source>
+void publishTriangles(Source& mesh, TList& triangles) {
+  const auto edgesOfNumber = [&mesh](int number) { return edgesOf(mesh.triangle(static_cast<Number>(number))); };
   const int known = triangles.getListLen();
   for (int number = 1; number <= known; ++number) {
     triangles.findByNum(&triangles, number)->setEno(edgesOfNumber(number).data());
@@ -76,30 +93,48 @@ void publishTriangles(const Mesh& mesh, TList& triangles) {
                                [&](int number) { return Triangle(edgesOfNumber(number).data()); });
 }
 
-void publishHull(const Mesh& mesh, ConvexList& hull) {
-  const auto length = static_cast<int>(mesh.hull.size());
-  const auto edgeAt = [&mesh](int number) { return static_cast<int>(mesh.hull[static_cast<std::size_t>(number - 1)]); };
+void publishHull(const std::vector<Number>& numbers, ConvexList& hull) {
+  const auto length = static_cast<int>(numbers.size());
+  const auto edgeAt = [&numbers](int number) {
+    return static_cast<int>(numbers[static_cast<std::size_t>(number - 1)]);
+  };
   while (hull.getListLen() > length) hull.deleteData(&hull, hull.getListLen());
   const int known = hull.getListLen();
   for (int number = 1; number <= known; ++number) hull.findByNum(&hull, number)->setEdgeNo(edgeAt(number));
   ListFiller::append<TConvex>(hull, length, [&](int number) { return TConvex(edgeAt(number)); });
 }
 
-}  // namespace
-
-void publish(const Mesh& mesh, const std::vector<TPoint*>& points, ConvexList& hull, EList& edges, TList& triangles) {
-  publishHull(mesh, hull);
-  publishEdges(mesh, points, edges);
+template <typename Source>
+void publishFrom(Source& mesh, const std::vector<TPoint*>& points, ConvexList& hull, EList& edges, TList& triangles) {
+  publishHull(mesh.hull(), hull);
   publishTriangles(mesh, triangles);
+  publishEdges(mesh, points, edges);
 }
 
-CEType* publishNew(const Mesh& mesh, const std::vector<TPoint*>& points, const Capacities& capacities) {
+template <typename Source>
+CEType* publishNewFrom(Source& mesh, const std::vector<TPoint*>& points, const Capacities& capacities) {
   std::unique_ptr<CEType> tin(emptyTIN());
   tin->getCList()->setMaxlen(capacities.hull);
   tin->getEList()->setMaxlen(capacities.edges);
   tin->getTList()->setMaxlen(capacities.triangles);
-  publish(mesh, points, *tin->getCList(), *tin->getEList(), *tin->getTList());
+  publishFrom(mesh, points, *tin->getCList(), *tin->getEList(), *tin->getTList());
   return tin.release();
+}
+
+}  // namespace
+
+void publish(const Mesh& mesh, const std::vector<TPoint*>& points, ConvexList& hull, EList& edges, TList& triangles) {
+  TabledMesh source(mesh);
+  publishFrom(source, points, hull, edges, triangles);
+}
+
+CEType* publishNew(const Mesh& mesh, const std::vector<TPoint*>& points, const Capacities& capacities) {
+  TabledMesh source(mesh);
+  return publishNewFrom(source, points, capacities);
+}
+
+CEType* publishNew(ExactMesh& mesh, const std::vector<TPoint*>& points, const Capacities& capacities) {
+  return publishNewFrom(mesh, points, capacities);
 }
 
 CEType* emptyTIN() {

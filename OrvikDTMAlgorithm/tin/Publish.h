@@ -19,6 +19,8 @@ class TPoint;
 
 namespace detail {
 
+class ExactMesh;
+
 // How many elements a TIN's lists accept.
 struct Capacities {
   int hull;
@@ -38,8 +40,9 @@ inline Capacities capacitiesFor(int n) {
 // points[i] is the published point of the mesh's point i.
 void publish(const Mesh& mesh, const std::vector<TPoint*>& points, ConvexList& hull, EList& edges, TList& triangles);
 
-// A new TIN with lists of these capacities, filled from the mesh.
+// A new TIN with lists of these capacities, filled from the mesh; an exact one is read up by this.
 CEType* publishNew(const Mesh& mesh, const std::vector<TPoint*>& points, const Capacities& capacities);
+CEType* publishNew(ExactMesh& mesh, const std::vector<TPoint*>& points, const Capacities& capacities);
 
 // A new TIN with three empty lists.
 CEType* emptyTIN();

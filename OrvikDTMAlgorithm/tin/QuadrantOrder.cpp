@@ -28,27 +28,29 @@ bool before(const MillimetrePosition& a, const MillimetrePosition& b) {
   return hasLowerTopBit(dy, dx) ? a.x < b.x : a.y < b.y;
 }
 
-bool fitsInterleaved(const std::vector<MillimetrePosition>& positions) {
+bool fitsInterleaved(const std::vector<MillimetrePosition>& positions, const MillimetrePosition& corner) {
   std::int64_t all = 0;
-  for (const MillimetrePosition& p : positions) all |= p.x | p.y;
+  for (const MillimetrePosition& p : positions) all |= (p.x - corner.x) | (p.y - corner.y);
   return all < (std::int64_t{1} << 32);
 }
 
 }  // namespace
 
-std::vector<Number> quadrantOrder(const std::vector<MillimetrePosition>& positions) {
+std::vector<Number> quadrantOrder(const std::vector<MillimetrePosition>& positions, const MillimetrePosition& corner) {
+  const auto fromCorner = [&](Number i) -> MillimetrePosition {
+    return {positions[i].x - corner.x, positions[i].y - corner.y};
+  };
   std::vector<Number> order = largeVector<Number>(positions.size());
-  if (!fitsInterleaved(positions)) {
+  if (!fitsInterleaved(positions, corner)) {
     std::iota(order.begin(), order.end(), Number{0});
     std::stable_sort(order.begin(), order.end(),
-                     [&positions](Number i, Number j) { return before(positions[i], positions[j]); });
+                     [&](Number i, Number j) { return before(fromCorner(i), fromCorner(j)); });
     return order;
   }
   std::vector<KeyedNumber> keys = largeVector<KeyedNumber>(positions.size());
   for (Number i = 0; i < keys.size(); ++i) {
-    keys[i] = {spreadBits(static_cast<std::uint64_t>(positions[i].x)) |
-                   (spreadBits(static_cast<std::uint64_t>(positions[i].y)) << 1),
-               i};
+    const MillimetrePosition p = fromCorner(i);
+    keys[i] = {spreadBits(static_cast<std::uint64_t>(p.x)) | (spreadBits(static_cast<std::uint64_t>(p.y)) << 1), i};
   }
   radixSort(keys);
   std::transform(keys.begin(), keys.end(), order.begin(), [](const KeyedNumber& k) { return k.number; });

@@ -10,8 +10,9 @@
 inline namespace OrvikDTM {
 namespace detail {
 
-// The indexes of `positions`, whose coordinates are not negative, by quadrants; equal ones keep their order.
-std::vector<Number> quadrantOrder(const std::vector<MillimetrePosition>& positions);
+// The indexes of `positions`, none of them below or left of `corner`, by the quadrants that begin there; equal ones
+// keep their order.
+std::vector<Number> quadrantOrder(const std::vector<MillimetrePosition>& positions, const MillimetrePosition& corner);
 
 // Where a range [first, last) of a plane in quadrant order, of at least two different positions, falls apart: all
 // positions before `middle` are strictly left of (or, `byX` false, strictly below) all others.

@@ -27,12 +27,11 @@ namespace {
 using detail::Number;
 using detail::Position;
 
-// A finished mesh, which of the accepted points each of its point indexes stands for, and where those points go.
-struct FinishedMesh {
+// The sweep's triangulation with its edges flipped, and which of the accepted points each of its point indexes stands
+// for.
+struct SweptTriangulation {
   detail::Mesh mesh;
   std::vector<Number> order;
-  std::vector<Position> places;
-  bool movedBack;  // the places went to the local origin and back
 };
 
 // The sweep over points in this order, without flips yet; nothing when it is not a valid triangulation. Where
@@ -67,34 +66,15 @@ bool beginsWrong(const detail::NormalisedPoints& normalised) {
   return !detail::beginSweep(mesh, fanEnd, watch);
 }
 
-// The sweep's triangulation with its edges flipped; nothing when the points have no sweep order or the sweep is not
-// valid.
-std::optional<FinishedMesh> buildBySweep(const detail::NormalisedPoints& normalised) {
+// Nothing when the points have no sweep order or the sweep is not valid.
+std::optional<SweptTriangulation> buildBySweep(const detail::NormalisedPoints& normalised) {
   if (beginsWrong(normalised)) return std::nullopt;
   std::vector<Number> order = detail::sweepOrder(normalised.positions);
   if (order.empty()) return std::nullopt;
   std::optional<detail::Mesh> mesh = sweepInOrder(normalised, order);
   if (!mesh) return std::nullopt;
   detail::flipToDelaunay(*mesh);
-
-  std::vector<Position> places = mesh->points;
-  const std::vector<bool> isVertex = detail::verticesOf(*mesh);
-  for (std::size_t i = 0; i < places.size(); ++i) {
-    // What the sweep has passed over stays relative to the origin.
-    if (isVertex[i]) places[i] = {places[i].x + normalised.origin.x, places[i].y + normalised.origin.y};
-  }
-  return FinishedMesh{std::move(*mesh), std::move(order), std::move(places), true};
-}
-
-// The exact triangulation; nothing when the positions are collinear, or too large for it.
-std::optional<FinishedMesh> buildExactly(const detail::NormalisedPoints& normalised) {
-  if (normalised.millimetres.empty()) return std::nullopt;
-  detail::ExactTriangulation exact = detail::triangulateExactly(normalised.millimetres);
-  if (exact.mesh.triangleCount() == 0) return std::nullopt;
-  std::vector<Position> places;
-  detail::reserveLarge(places, exact.inputIndex.size());
-  for (const Number i : exact.inputIndex) places.push_back(detail::inUnits(normalised.millimetres[i]));
-  return FinishedMesh{std::move(exact.mesh), std::move(exact.inputIndex), std::move(places), false};
+  return SweptTriangulation{std::move(*mesh), std::move(order)};
 }
 
 void place(TPoint& point, const Position& position) {
@@ -102,23 +82,49 @@ void place(TPoint& point, const Position& position) {
   point.setY(position.y);
 }
 
-// Gives the points their final coordinates. Accepted points that are not in the mesh stay relative to the origin.
-void placePoints(const detail::NormalisedPoints& normalised, const std::optional<FinishedMesh>& finished) {
-  for (const detail::PlacedPoint& repeat : normalised.repeats) place(*repeat.point, repeat.place);
-  const std::size_t placed = finished ? finished->order.size() : 0;
-  for (std::size_t i = 0; i < placed; ++i) {
-    if (i + detail::kPrefetchAhead < placed) {
-      detail::prefetch(normalised.points[finished->order[i + detail::kPrefetchAhead]]);
-    }
-    place(*normalised.points[finished->order[i]], finished->places[i]);
+// Gives the points in `order` the places placeOf(0), placeOf(1), ...
+template <typename PlaceOf>
+void placeInOrder(const std::vector<TPoint*>& points, const std::vector<Number>& order, PlaceOf placeOf) {
+  for (std::size_t i = 0; i < order.size(); ++i) {
+    if (i + detail::kPrefetchAhead < order.size()) detail::prefetch(points[order[i + detail::kPrefetchAhead]]);
+    place(*points[order[i]], placeOf(i));
   }
-  if (placed == normalised.points.size()) return;
+}
 
+// Accepted points that are not in the mesh stay relative to the origin.
+void placeOthers(const detail::NormalisedPoints& normalised, const std::vector<Number>& order) {
+  if (order.size() == normalised.points.size()) return;
   std::vector<bool> isInMesh(normalised.points.size(), false);
-  for (std::size_t i = 0; i < placed; ++i) isInMesh[finished->order[i]] = true;
+  for (const Number i : order) isInMesh[i] = true;
   for (std::size_t i = 0; i < isInMesh.size(); ++i) {
     if (!isInMesh[i]) place(*normalised.points[i], normalised.positions[i]);
   }
+}
+
+CEType* publishSwept(const detail::NormalisedPoints& normalised, const SweptTriangulation& swept) {
+  const std::vector<bool> isVertex = detail::verticesOf(swept.mesh);
+  placeInOrder(normalised.points, swept.order, [&](std::size_t i) -> Position {
+    const Position& p = swept.mesh.points[i];
+    if (!isVertex[i]) return p;  // what the sweep has passed over stays relative to the origin
+    return {p.x + normalised.origin.x, p.y + normalised.origin.y};
+  });
+  placeOthers(normalised, swept.order);
+  return detail::publishNew(swept.mesh, detail::reordered(normalised.points, swept.order),
+                            detail::capacitiesFor(Surface::MAXPOINTS));
+}
+
+// The exact triangulation; an empty TIN when the positions are collinear, or too large for it.
+CEType* publishExact(const detail::NormalisedPoints& normalised) {
+  detail::ExactTriangulation exact = detail::triangulateExactly(normalised.millimetres);
+  if (exact.mesh.triangleCount() == 0) {
+    placeOthers(normalised, {});
+    return detail::emptyTIN();
+  }
+  placeInOrder(normalised.points, exact.inputIndex,
+               [&](std::size_t i) { return detail::inUnits(normalised.millimetres[exact.inputIndex[i]]); });
+  placeOthers(normalised, exact.inputIndex);
+  return detail::publishNew(exact.mesh, detail::reordered(normalised.points, exact.inputIndex),
+                            detail::capacitiesFor(Surface::MAXPOINTS));
 }
 
 }  // namespace
@@ -126,15 +132,12 @@ void placePoints(const detail::NormalisedPoints& normalised, const std::optional
 CEType* Surface::optimizeTIN(std::vector<TPoint*>& points) {
   if (points.empty()) return nullptr;
   const detail::NormalisedPoints normalised = detail::normalise(points, COMPAREUNSHIFTED != 0);
-  const auto count = static_cast<int>(normalised.points.size());
-  MAXPOINTS = count;
-  std::optional<FinishedMesh> finished = buildBySweep(normalised);
-  if (!finished) finished = buildExactly(normalised);
-  placePoints(normalised, finished);
-  if (!finished) return detail::emptyTIN();
-  CEType* tin = detail::publishNew(finished->mesh, detail::reordered(normalised.points, finished->order),
-                                   detail::capacitiesFor(count));
-  tin->movedBack_ = finished->movedBack;
+  MAXPOINTS = static_cast<int>(normalised.points.size());
+  for (const detail::PlacedPoint& repeat : normalised.repeats) place(*repeat.point, repeat.place);
+  const std::optional<SweptTriangulation> swept = buildBySweep(normalised);
+  if (!swept) return publishExact(normalised);
+  CEType* tin = publishSwept(normalised, *swept);
+  tin->movedBack_ = true;
   tin->originX_ = normalised.origin.x;
   tin->originY_ = normalised.origin.y;
   return tin;

@@ -230,18 +230,19 @@ TEST(ExactConstruction, HundredThousandDensePoints) {
 
 // ---- directly
 
-Tables tablesOf(const detail::ExactTriangulation& exact) {
+Tables tablesOf(detail::ExactTriangulation& exact) {
   const auto number = [&exact](detail::Number point) { return static_cast<int>(exact.inputIndex[point]) + 1; };
   Tables tables;
-  for (detail::Number k = 1; k <= exact.mesh.edgeCount(); ++k) {
-    const detail::MeshEdge& e = exact.mesh.edges[k];
-    tables.edges.push_back({number(e.start), number(e.end), static_cast<int>(e.left), static_cast<int>(e.right)});
-  }
   for (detail::Number t = 1; t <= exact.mesh.triangleCount(); ++t) {
-    const detail::Number* e = exact.mesh.triangles[t].edge;
+    const detail::MeshTriangle triangle = exact.mesh.triangle(t);
+    const detail::Number* e = triangle.edge;
     tables.triangles.push_back({static_cast<int>(e[0]), static_cast<int>(e[1]), static_cast<int>(e[2])});
   }
-  for (const detail::Number e : exact.mesh.hull) tables.hull.push_back(static_cast<int>(e));
+  for (detail::Number k = 1; k <= exact.mesh.edgeCount(); ++k) {
+    const detail::MeshEdge e = exact.mesh.edge(k);
+    tables.edges.push_back({number(e.start), number(e.end), static_cast<int>(e.left), static_cast<int>(e.right)});
+  }
+  for (const detail::Number e : exact.mesh.hull()) tables.hull.push_back(static_cast<int>(e));
   return tables;
 }
 
@@ -255,12 +256,11 @@ std::string textOf(const std::vector<Millimetres>& positions) {
 void expectPromises(const std::vector<Millimetres>& positions, CircleCheck check) {
   std::vector<detail::MillimetrePosition> given;
   for (const Millimetres& p : positions) given.push_back({p.x, p.y});
-  const detail::ExactTriangulation exact = detail::triangulateExactly(given);
-  EXPECT_TRUE(exact.mesh.points.empty());
+  detail::ExactTriangulation exact = detail::triangulateExactly(given);
   if (support::areCollinear(positions)) {
     EXPECT_EQ(exact.mesh.triangleCount(), 0u) << textOf(positions);
     EXPECT_EQ(exact.mesh.edgeCount(), 0u) << textOf(positions);
-    EXPECT_TRUE(exact.mesh.hull.empty());
+    EXPECT_TRUE(exact.mesh.hull().empty());
     return;
   }
   const std::set<Millimetres> different(positions.begin(), positions.end());

@@ -307,7 +307,7 @@ void expectSeparation(const detail::FarPlane& plane, Number first, Number last) 
 }
 
 void expectQuadrantOrder(const std::vector<MillimetrePosition>& positions) {
-  const std::vector<Number> order = detail::quadrantOrder(positions);
+  const std::vector<Number> order = detail::quadrantOrder(positions, {0, 0});
   ASSERT_EQ(order, slowQuadrantOrder(positions));
   std::vector<MillimetrePosition> different;
   for (const Number i : order) {
@@ -342,11 +342,11 @@ TEST(QuadrantOrder, BothRoadsAgreeWhereBothGo) {
   Random random(22);
   std::vector<MillimetrePosition> positions;
   for (int i = 0; i < 3000; ++i) positions.push_back({random.between(0, 4000), random.between(0, 4000)});
-  std::vector<Number> narrow = detail::quadrantOrder(positions);
+  std::vector<Number> narrow = detail::quadrantOrder(positions, {0, 0});
   // One position far away takes all of them along the wide road; it comes last.
   positions.push_back({std::int64_t{1} << 40, std::int64_t{1} << 40});
   narrow.push_back(3000);
-  EXPECT_EQ(detail::quadrantOrder(positions), narrow);
+  EXPECT_EQ(detail::quadrantOrder(positions, {0, 0}), narrow);
 }
 
 // ---- radix sort
