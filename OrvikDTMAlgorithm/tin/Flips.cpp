@@ -5,6 +5,7 @@
 #include <OrvikDTMAlgorithm/tin/FlipTests.h>
 #include <OrvikDTMAlgorithm/tin/Flips.h>
 #include <OrvikDTMAlgorithm/tin/FlipsByPosition.h>
+#include <OrvikDTMAlgorithm/tin/LargeArrays.h>
 
 inline namespace OrvikDTM {
 namespace detail {
@@ -38,8 +39,8 @@ class Flipper {
       : mesh_(mesh),
         points_(mesh.points.data()),
         filter_(filter),
-        ends_(mesh.edges.size()),
-        halves_(2 * mesh.edges.size()) {
+        ends_(largeVector<Ends>(mesh.edges.size())),
+        halves_(largeVector<Half>(2 * mesh.edges.size())) {
     for (Number edge = 1; edge <= mesh.edgeCount(); ++edge) {
       ends_[edge] = {{mesh.edges[edge].start, mesh.edges[edge].end}, false};
     }

@@ -39,6 +39,8 @@ struct SweptTriangulation {
 std::optional<detail::Mesh> sweepInOrder(const detail::NormalisedPoints& normalised, const std::vector<Number>& order) {
   detail::Mesh mesh;
   mesh.points = detail::reordered(normalised.positions, order);
+  detail::reserveLarge(mesh.edges, 3 * mesh.points.size());  // a triangulation has fewer
+  detail::reserveLarge(mesh.triangles, 2 * mesh.points.size());
   const Number fanEnd = detail::startFan(mesh);
   if (fanEnd == 0) return std::nullopt;
   Surface::FLAG = static_cast<int>(fanEnd);
