@@ -8,7 +8,10 @@
 
 inline namespace OrvikDTM {
 
-double CEType::getHeight(double x, double y) { return getHeightByNumXY(locateTri(x, y), x, y); }
+double CEType::getHeight(double x, double y) {
+  const int tri = locateTri(x, y);
+  return tri == 0 ? DBL_MAX : flat_->height(tri, x, y);
+}
 
 double CEType::getHeightByNumXY(int tri, double x, double y) const { return flat().height(tri, x, y); }
 

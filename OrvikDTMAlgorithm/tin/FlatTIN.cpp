@@ -1,8 +1,12 @@
 // Taking the copy.
+#include <algorithm>
+
 #include <OrvikDTMAlgorithm/tin/CETypeElements.h>
+#include <OrvikDTMAlgorithm/tin/ConvexList.h>
 #include <OrvikDTMAlgorithm/tin/FlatTIN.h>
 #include <OrvikDTMAlgorithm/tin/LargeArrays.h>
 #include <OrvikDTMAlgorithm/tin/Orientation.h>
+#include <OrvikDTMAlgorithm/tin/TConvex.h>
 
 inline namespace OrvikDTM {
 namespace detail {
@@ -22,18 +26,93 @@ int cornerAt(const FlatTIN::Corners& corners, const Position& p) {
 // Tells the three pairs of corners apart.
 int pairOf(int a, int b) { return 1 << (a + b); }
 
+// Which sides of the edges are taken by triangles, and which ought to be.
+class EdgeSides {
+ public:
+  explicit EdgeSides(int edges)
+      : left_(sizeFor(edges)),
+        right_(sizeFor(edges)),
+        leftExpected_(sizeFor(edges)),
+        rightExpected_(sizeFor(edges)),
+        inRing_(sizeFor(edges)) {}
+
+  // A triangle lies on one side of an edge, and another is named on the other side.
+  void add(int edge, bool onLeft, bool hasOther) {
+    const auto place = static_cast<std::size_t>(edge);
+    (onLeft ? left_ : right_)[place] = true;
+    if (hasOther) (onLeft ? rightExpected_ : leftExpected_)[place] = true;
+  }
+
+  void addToRing(int edge) { inRing_[static_cast<std::size_t>(edge)] = true; }
+
+  // Whether whatever is named is there, and the ring has the edges with a triangle on their left only.
+  bool areComplete() const {
+    for (std::size_t edge = 1; edge < left_.size(); ++edge) {
+      if ((leftExpected_[edge] && !left_[edge]) || (rightExpected_[edge] && !right_[edge])) return false;
+      if (right_[edge] && !left_[edge]) return false;
+      if (inRing_[edge] != (left_[edge] && !right_[edge])) return false;
+    }
+    return true;
+  }
+
+ private:
+  static std::size_t sizeFor(int edges) { return static_cast<std::size_t>(edges) + 1; }
+
+  std::vector<bool> left_;
+  std::vector<bool> right_;
+  std::vector<bool> leftExpected_;
+  std::vector<bool> rightExpected_;
+  std::vector<bool> inRing_;
+};
+
 int lengthOf(const SLType* list) { return list == nullptr ? 0 : list->getListLen(); }
 
 }  // namespace
 
 std::shared_ptr<const FlatTIN> FlatTIN::of(const CEType& tin) {
   const auto flat = std::make_shared<FlatTIN>();
-  flat->hull_ = tin.hullRing_ != nullptr ? tin.hullRing_ : HullRing::of(tin.hullList_, tin.edgeList_);
+  const std::shared_ptr<const HullRing> ring = HullRing::of(tin.hullList_, tin.edgeList_);
+  flat->hull_ = tin.hullRing_ != nullptr ? tin.hullRing_ : ring;
   flat->edgeCount_ = lengthOf(tin.edgeList_);
   const int count = tin.triangleCount();
   reserveLarge(flat->records_, static_cast<std::size_t>(count));
   for (int tri = 1; tri <= count; ++tri) flat->addTriangle(tin, tri);
+  if (flat->hull_ == nullptr) return flat;
+  constexpr double kTrianglesPerCell = 64;
+  flat->hullCells_ = HullCells(*flat->hull_, count / kTrianglesPerCell);
+  flat->covers_ = flat->isCovering(tin, ring);
   return flat;
+}
+
+// True only if the triangles fit together along their edges and the ring is all of their outer boundary. Then, with
+// every triangle run through counter-clockwise, inner edges are run through once in either direction and outer ones
+// once in the ring's. So the windings of all triangles around a point add up to that of the ring, and a triangle winds
+// once around the points in it and not at all around those outside.
+bool FlatTIN::isCovering(const CEType& tin, const std::shared_ptr<const HullRing>& ring) const {
+  if (ring->isInvalid() || hull_->isInvalid()) return false;
+  const auto same = [](const Position& a, const Position& b) { return samePosition(a, b); };
+  if (!std::equal(ring->vertices().begin(), ring->vertices().end(), hull_->vertices().begin(), hull_->vertices().end(),
+                  same)) {
+    return false;
+  }
+  EdgeSides sides(edgeCount_);
+  for (int tri = 1; tri <= triangleCount(); ++tri) {
+    const Record& r = record(tri);
+    if (r.isOdd || r.turn == 0) return false;
+    const int* edges = tin.triangleList_->findByNum(tin.triangleList_, tri)->getEno();
+    for (int which = 0; which < kEdgesOfTriangle; ++which) {
+      const Way& way = r.ways[which];
+      const bool runsCounterClockwise = (way.to == (way.from + 1) % kEdgesOfTriangle) == (r.turn > 0);
+      if (runsCounterClockwise == (way.leavesToTheLeft != 0)) return false;
+      const TEdge* edge = tin.edgeList_->findByNum(tin.edgeList_, edges[which]);
+      if (way.leavesToTheLeft != 0 && edge->getRightT() != tri) return false;
+      sides.add(edges[which], way.leavesToTheLeft == 0, r.next[which] != 0);
+    }
+  }
+  for (int number = 1; number <= tin.hullList_->getListLen(); ++number) {
+    sides.addToRing(tin.hullList_->findByNum(tin.hullList_, number)->getEdgeNo());
+  }
+  return sides.areComplete();
 }
 
 bool FlatTIN::isCopyOf(const CEType& tin) const {

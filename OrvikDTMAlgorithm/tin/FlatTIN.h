@@ -2,11 +2,13 @@
 // lists and points said when it was made and needs them no more. Private.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <vector>
 
+#include <OrvikDTMAlgorithm/tin/AreaTest.h>
+#include <OrvikDTMAlgorithm/tin/BoxTree.h>
+#include <OrvikDTMAlgorithm/tin/HullCells.h>
 #include <OrvikDTMAlgorithm/tin/HullRing.h>
 #include <OrvikDTMAlgorithm/tin/Mesh.h>
 
@@ -56,16 +58,11 @@ class FlatTIN {
   // Whether the area test accepts (x, y) in the triangle.
   bool acceptsByArea(int tri, double x, double y) const;
 
-  // Calls visit(tri) for a superset of the triangles whose boxes meet [minX, maxX] x [minY, maxY], each once.
+  // Calls visit(tri) for a superset of the triangles with finite corners whose boxes meet [minX, maxX] x [minY, maxY],
+  // each once, in no particular order. The first call builds an index.
   template <typename Visit>
   void visitBoxes(double minX, double minY, double maxX, double maxY, Visit visit) const {
-    for (int tri = 1; tri <= triangleCount(); ++tri) {
-      const Corners* c = corners(tri);
-      if (c == nullptr) continue;
-      const auto [lowX, highX] = std::minmax({c->p[0].x, c->p[1].x, c->p[2].x});
-      const auto [lowY, highY] = std::minmax({c->p[0].y, c->p[1].y, c->p[2].y});
-      if (lowX <= maxX && highX >= minX && lowY <= maxY && highY >= minY) visit(tri);
-    }
+    index().boxes.visit({minX, minY, maxX, maxY}, [&visit](Number tri) { visit(static_cast<int>(tri)); });
   }
 
   // Whether this is still a copy of that TIN, as far as the lengths of its lists and its hull tell.
@@ -100,25 +97,81 @@ class FlatTIN {
     OddEdge edges[3];
   };
 
-  struct WalkEnd {
-    int found;
-    int last;
+  // Where a walk stands: in a triangle that holds the point, in one that it cannot leave, or on its way.
+  struct Walk {
+    enum class State { kOnTheWay, kFound, kStuck };
+    int tri = 0;
+    int movesLeft = 0;
+    State state = State::kOnTheWay;
+    bool hasLeftFlat = false;
+    // The triangle that the walk was in before its latest power of two moves: to come back there is to go in a circle.
+    int mark = 0;
+    int movesToNextMark = 1;
+    int movesSinceMark = 0;
+  };
+
+  // What holds a point.
+  struct Holders {
+    int first = 0;
+    int count = 0;
+  };
+
+  // The triangles found by their boxes.
+  struct Index {
+    BoxTree boxes;     // of all triangles, with a little of what the area test reaches beyond,
+    BoxTree farBoxes;  // and of those whose area test reaches farther
+    AreaReach reach;
+  };
+
+  // A triangle near any place.
+  struct Starts {
+    CellGrid grid;
+    std::vector<Number> triangles;
   };
 
   bool exists(int tri) const { return tri >= 1 && tri <= triangleCount(); }
   const Record& record(int tri) const { return records_[static_cast<std::size_t>(tri - 1)]; }
   static OddEdge oddEdgeOf(const CEType& tin, int tri, int which);
   void addTriangle(const CEType& tin, int tri);
-  WalkEnd walk(int start, const Position& p) const;
+  bool isCovering(const CEType& tin, const std::shared_ptr<const HullRing>& ring) const;
   OddEdge edgeOf(int tri, int which) const;
-  int nextOnWalk(int tri, const Position& p) const;
-  int beyondFlat(int tri, const Position& p) const;
   bool isFlat(int tri) const { return record(tri).hasCorners && record(tri).turn == 0; }
+
+  Walk walkFrom(int tri) const {
+    Walk walk;
+    walk.tri = tri;
+    walk.movesLeft = triangleCount() + 1;
+    return walk;
+  }
+  void goOn(Walk& walk, const Position& p, int moves) const;
+  static void watchForCircle(Walk& walk);
+  int nextOnWalk(int tri, const Position& p, bool& isHeld) const;
+  int nextOnWalkFromOdd(int tri, const Position& p) const;
+  int beyondFlat(int tri, const Position& p) const;
+  bool holdsStrictly(int tri, const Position& p) const;
+  int fromStart(const Position& p) const;
+
+  // The place of a triangle in the order of a scan.
+  struct ScanOrder;
+  Holders holdersOf(const Position& p, const ScanOrder& order) const;
+  Holders holdersOf(const Position& p) const;
+  int firstAccepting(const Position& p, const ScanOrder& order) const;
+
+  const Index& index() const;
+  const Starts& starts() const;
 
   std::vector<Record> records_;
   std::vector<OddTriangle> odd_;
   std::shared_ptr<const HullRing> hull_;
+  HullCells hullCells_;
   int edgeCount_ = 0;
+
+  // Whether every point, but for those on edges, lies in as many triangles as the ring goes round it.
+  bool covers_ = false;
+
+  // Made when they are first needed.
+  mutable std::unique_ptr<const Index> index_;
+  mutable std::unique_ptr<const Starts> starts_;
 };
 
 }  // namespace detail

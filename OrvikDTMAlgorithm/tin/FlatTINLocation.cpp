@@ -1,5 +1,8 @@
-// Which triangle holds a point: a walk from triangle to triangle, and behind it a scan of all of them.
+// Which triangle holds a point: a walk from triangle to triangle, and behind it a scan of all of them. Both name the
+// triangle that they are said to name, but need not be carried out where it is known otherwise.
+#include <algorithm>
 #include <cmath>
+#include <limits>
 #include <unordered_set>
 
 #include <OrvikDTMAlgorithm/tin/FlatTIN.h>
@@ -11,22 +14,32 @@ namespace detail {
 
 namespace {
 
-// A point that no triangle holds still belongs to one when the three areas that it makes with the sides differ from the
-// triangle's own by less than this, in squared coordinate units, whatever the triangle's size.
-constexpr double kAreaTolerance = 0.0001;
-
 // How many triangles before the one found last the scan begins.
 constexpr int kScanLead = 10;
 
-constexpr int kEdgesOfTriangle = 3;
+// Neighbouring points are reached in so few moves; for others it is worth while to look up a triangle near them,
+constexpr int kMovesToNear = 12;
 
-double areaOf(const Position& a, const Position& b, const Position& c) {
-  return std::fabs((b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x)) / 2;
-}
+// from which they are reached in so few, unless triangles are very uneven or long.
+constexpr int kMovesFromStart = 64;
+
+constexpr int kEdgesOfTriangle = 3;
 
 bool isFinite(const Position& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
 
 }  // namespace
+
+// A scan takes the triangle found last, then all others from ten before it round.
+struct FlatTIN::ScanOrder {
+  ScanOrder(int lastFound, int triangles)
+      : last(lastFound), count(triangles), first(std::clamp(lastFound - kScanLead, 1, std::max(triangles, 1))) {}
+
+  int placeOf(int tri) const { return tri == last ? -1 : tri >= first ? tri - first : tri - first + count; }
+
+  int last;
+  int count;
+  int first;
+};
 
 bool FlatTIN::holds(int tri, double x, double y) const {
   const Corners* c = corners(tri);
@@ -38,24 +51,61 @@ bool FlatTIN::holds(int tri, double x, double y) const {
          orientation(c->p[2], c->p[0], p) * inward >= 0;
 }
 
-bool FlatTIN::acceptsByArea(int tri, double x, double y) const {
-  const Corners* corner = corners(tri);
-  if (corner == nullptr || turn(tri) == 0) return false;  // a flat triangle would accept its whole line
-  const Position p{x, y};
-  const Position& a = corner->p[0];
-  const Position& b = corner->p[2];
-  const Position& c = corner->p[1];
-  const double parts = areaOf(p, a, c) + areaOf(p, c, b) + areaOf(p, b, a);
-  return std::fabs(areaOf(a, b, c) - parts) < kAreaTolerance;
+bool FlatTIN::holdsStrictly(int tri, const Position& p) const {
+  const Corners* c = corners(tri);
+  const int inward = turn(tri);
+  return c != nullptr && inward != 0 && orientation(c->p[0], c->p[1], p) == inward &&
+         orientation(c->p[1], c->p[2], p) == inward && orientation(c->p[2], c->p[0], p) == inward;
 }
 
-// The triangle that the walk goes to from `tri`, which does not hold p: across the first edge that has p on its far
-// side by more than the side test's tolerance, else across the first that has it there at all; 0 when there is none.
-int FlatTIN::nextOnWalk(int tri, const Position& p) const {
+bool FlatTIN::acceptsByArea(int tri, double x, double y) const {
+  const Corners* c = corners(tri);
+  if (c == nullptr || turn(tri) == 0) return false;  // a flat triangle would accept its whole line
+  return areaTestAccepts(c->p[0], c->p[2], c->p[1], {x, y});
+}
+
+// ---- the walk
+
+// The triangle that the walk goes to from `tri`: across the first edge that has p on its far side by more than the side
+// test's tolerance, else across the first that has it there at all; 0 when there is none. Stops where p is held.
+//
+// The cross products of the side test are those by which orientation() decides, so each edge is computed once.
+int FlatTIN::nextOnWalk(int tri, const Position& p, bool& isHeld) const {
+  const Record& r = record(tri);
+  isHeld = false;
+  if (r.isOdd) {
+    isHeld = holds(tri, p.x, p.y);
+    return isHeld ? 0 : nextOnWalkFromOdd(tri, p);
+  }
+  const Position* corner = r.corners.p;
+  bool isOutside = r.turn == 0;
+  int beyondTolerance = 0;
+  int beyond = 0;
+  for (int which = 0; which < kEdgesOfTriangle; ++which) {
+    const Way& way = r.ways[which];
+    const Position& start = corner[way.from];
+    const Position& end = corner[way.to];
+    const int turnToP = orientation(start, end, p);
+    const int turnOutward = (way.to == (way.from + 1) % kEdgesOfTriangle) ? -r.turn : r.turn;
+    isOutside |= turnToP * turnOutward > 0;
+    const bool leaves = r.next[which] != 0;
+    const int wanted = way.leavesToTheLeft != 0 ? 1 : -1;
+    if (leaves && beyond == 0 && turnToP == wanted) beyond = r.next[which];
+    if (leaves && beyondTolerance == 0 &&
+        sideOfLineRelative(start.x, start.y, end.x, end.y, p.x, p.y) == (wanted > 0 ? kLeft : kRight)) {
+      beyondTolerance = r.next[which];
+    }
+    if (isOutside && beyondTolerance != 0) return beyondTolerance;
+  }
+  isHeld = !isOutside;
+  return isHeld ? 0 : beyond;
+}
+
+int FlatTIN::nextOnWalkFromOdd(int tri, const Position& p) const {
   for (int which = 0; which < kEdgesOfTriangle; ++which) {
     const OddEdge edge = edgeOf(tri, which);
     if (!edge.isWhole || edge.next == 0) continue;
-    const Side side = sideOfLineRelative(edge.start.x, edge.start.y, edge.end.x, edge.end.y, p.x, p.y);
+    const detail::Side side = sideOfLineRelative(edge.start.x, edge.start.y, edge.end.x, edge.end.y, p.x, p.y);
     if (side == (edge.leavesToTheLeft ? kLeft : kRight)) return edge.next;
   }
   for (int which = 0; which < kEdgesOfTriangle; ++which) {
@@ -87,58 +137,139 @@ int FlatTIN::beyondFlat(int tri, const Position& p) const {
   return firstFound;
 }
 
-FlatTIN::WalkEnd FlatTIN::walk(int start, const Position& p) const {
-  int tri = start;
-  bool hasLeftFlat = false;
-  for (int moves = 0; moves <= triangleCount(); ++moves) {
-    if (holds(tri, p.x, p.y)) return {tri, tri};
-    int next = nextOnWalk(tri, p);
-    if (next == 0 && !hasLeftFlat && isFlat(tri)) {
-      next = beyondFlat(tri, p);
-      hasLeftFlat = true;
+// At most so many moves. A walk that goes in a circle would do so until its moves are used up: it ends where it would
+// be then.
+void FlatTIN::goOn(Walk& walk, const Position& p, int moves) const {
+  for (; moves > 0; --moves) {
+    if (walk.movesLeft == 0) {
+      walk.state = Walk::State::kStuck;
+      return;
     }
-    if (next == 0) return {0, tri};
-    tri = next;
+    bool isHeld = false;
+    int next = nextOnWalk(walk.tri, p, isHeld);
+    if (isHeld) {
+      walk.state = Walk::State::kFound;
+      return;
+    }
+    if (next == 0 && !walk.hasLeftFlat && isFlat(walk.tri)) {
+      next = beyondFlat(walk.tri, p);
+      walk.hasLeftFlat = true;
+      walk.mark = 0;  // it may come back and leave it another way
+    }
+    if (next == 0) {
+      walk.state = Walk::State::kStuck;
+      return;
+    }
+    walk.tri = next;
+    --walk.movesLeft;
+    watchForCircle(walk);
   }
-  return {0, tri};
 }
 
+void FlatTIN::watchForCircle(Walk& walk) {
+  ++walk.movesSinceMark;
+  if (walk.tri == walk.mark) walk.movesLeft %= walk.movesSinceMark;
+  if (walk.movesSinceMark < walk.movesToNextMark) return;
+  walk.mark = walk.tri;
+  walk.movesSinceMark = 0;
+  walk.movesToNextMark *= 2;
+}
+
+// ---- what the index knows
+
+// The triangle that holds p, by a walk from a triangle near it; 0 when that does not find it soon.
+int FlatTIN::fromStart(const Position& p) const {
+  const Starts& near = starts();
+  if (!near.grid.covers(p)) return 0;
+  Walk walk = walkFrom(static_cast<int>(near.triangles[near.grid.cellOf(p)]));
+  goOn(walk, p, kMovesFromStart);
+  return walk.state == Walk::State::kFound ? walk.tri : 0;
+}
+
+FlatTIN::Holders FlatTIN::holdersOf(const Position& p, const ScanOrder& order) const {
+  Holders result;
+  visitBoxes(p.x, p.y, p.x, p.y, [&](int tri) {
+    if (!holds(tri, p.x, p.y)) return;
+    ++result.count;
+    if (result.first == 0 || order.placeOf(tri) < order.placeOf(result.first)) result.first = tri;
+  });
+  return result;
+}
+
+// How many triangles hold p, and which, as far as it matters: two stand for more than one.
+FlatTIN::Holders FlatTIN::holdersOf(const Position& p) const {
+  const ScanOrder anyOrder(1, triangleCount());
+  if (!covers_) return holdersOf(p, anyOrder);
+  const HullRing::Place place = hullCells_.placeOf(*hull_, p);
+  if (place == HullRing::Place{false, 0}) return {};
+  if (place == HullRing::Place{false, 1}) {
+    const int found = fromStart(p);
+    if (found != 0) return {found, holdsStrictly(found, p) ? 1 : 2};
+  }
+  return holdersOf(p, anyOrder);
+}
+
+// The first triangle, in scan order, that the area test accepts p in; 0 when there is none. Only at places outside the
+// index's domain, which is large, every triangle is tested.
+int FlatTIN::firstAccepting(const Position& p, const ScanOrder& order) const {
+  int found = 0;
+  const auto test = [&](int tri) {
+    if (found != 0 && order.placeOf(tri) > order.placeOf(found)) return;
+    if (acceptsByArea(tri, p.x, p.y)) found = tri;
+  };
+  if (!index().reach.isInDomain(p)) {
+    for (int tri = 1; tri <= triangleCount(); ++tri) test(tri);
+    return found;
+  }
+  const Box here{p.x, p.y, p.x, p.y};
+  index().boxes.visit(here, [&test](Number tri) { test(static_cast<int>(tri)); });
+  index().farBoxes.visit(here, [&test](Number tri) { test(static_cast<int>(tri)); });
+  return found;
+}
+
+// ---- the three queries
+
+// Where one triangle alone holds p, the walk comes to it from anywhere, or fails and the scan does. Where several do,
+// it depends on the way to which of them.
 int FlatTIN::locate(double x, double y, int& last) const {
   const Position p{x, y};
-  if (triangleCount() == 0 || hull_ == nullptr || !hull_->contains(p)) return 0;
+  if (triangleCount() == 0 || hull_ == nullptr || !isFinite(p)) return 0;
   if (hull_->isInvalid()) return scan(x, y, last);
-  const WalkEnd end = walk(exists(last) ? last : 1, p);
-  if (end.found == 0) return scan(x, y, last);
-  last = end.found;
-  return end.found;
+  if (!hullCells_.placeOf(*hull_, p).isWithin()) return 0;
+  Walk walk = walkFrom(exists(last) ? last : 1);
+  goOn(walk, p, kMovesToNear);
+  if (walk.state == Walk::State::kOnTheWay) {
+    const Holders holders = holdersOf(p);
+    if (holders.count == 1) return last = holders.first;
+    if (holders.count > 1) goOn(walk, p, std::numeric_limits<int>::max());
+  }
+  return walk.state == Walk::State::kFound ? last = walk.tri : scan(x, y, last);
 }
 
 int FlatTIN::locate(double x, double y, int start, int& last) const {
   if (start == 0) return locate(x, y, last);
   const Position p{x, y};
   if (!exists(start) || !isFinite(p)) return 0;
-  const WalkEnd end = walk(start, p);
-  if (end.found != 0) return end.found;
-  return acceptsByArea(end.last, x, y) ? end.last : 0;
+  Walk walk = walkFrom(start);
+  goOn(walk, p, kMovesToNear);
+  if (walk.state == Walk::State::kOnTheWay) {
+    // A walk to a place outside can lead to no triangle but one in which the area test accepts it.
+    if (holdersOf(p).count == 0 && firstAccepting(p, ScanOrder(start, triangleCount())) == 0) return 0;
+    goOn(walk, p, std::numeric_limits<int>::max());
+  }
+  return walk.state == Walk::State::kFound || acceptsByArea(walk.tri, x, y) ? walk.tri : 0;
 }
 
 int FlatTIN::scan(double x, double y, int& last) const {
-  const int count = triangleCount();
-  const int first = std::clamp(last - kScanLead, 1, std::max(count, 1));
-  const auto scanFor = [&](bool (FlatTIN::*accepts)(int, double, double) const) {
-    if ((this->*accepts)(last, x, y)) return last;
-    for (int tri = first; tri <= count; ++tri) {
-      if ((this->*accepts)(tri, x, y)) return tri;
-    }
-    for (int tri = 1; tri < first; ++tri) {
-      if ((this->*accepts)(tri, x, y)) return tri;
-    }
-    return 0;
-  };
-  int found = scanFor(&FlatTIN::holds);
-  if (found == 0) found = scanFor(&FlatTIN::acceptsByArea);
-  if (found != 0) last = found;
-  return found;
+  const Position p{x, y};
+  if (!isFinite(p)) return 0;
+  if (holds(last, x, y)) return last;
+  const ScanOrder order(last, triangleCount());
+  Holders holders = holdersOf(p);
+  if (holders.count > 1) holders = holdersOf(p, order);
+  if (holders.count > 0) return last = holders.first;
+  const int accepting = acceptsByArea(last, x, y) ? last : firstAccepting(p, order);
+  return accepting == 0 ? 0 : last = accepting;
 }
 
 }  // namespace detail
