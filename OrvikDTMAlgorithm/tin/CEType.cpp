@@ -28,13 +28,13 @@ void CEType::setCList(ConvexList* hull) {
 
 void CEType::setEList(EList* edges) {
   forgetCopy();
-  triangle3Pending_ = false;  // the old list may be gone already
+  triangle3Source_ = {};  // the old list may be gone already
   edgeList_ = edges;
 }
 
 void CEType::setTList(TList* triangles) {
   forgetCopy();
-  triangle3Pending_ = false;
+  triangle3Source_ = {};
   triangleList_ = triangles;
 }
 

@@ -14,6 +14,7 @@
 #include <array>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,6 +34,7 @@ struct RangePoint;
 namespace detail {
 class FlatTIN;
 class HullRing;
+class SurfaceComparison;
 }  // namespace detail
 
 // Figures of a whole surface: areas in plan (2D) and along the surface (3D), hull lengths, lowest and highest
@@ -73,8 +75,9 @@ class ORVIKDTM_API CEType {
   void setRangeList(const std::vector<RangePoint*>& range);
 
   // The triangles and pieces of triangles that the latest volume computation measured, with their status (1 cut, -1
-  // fill). They are made when they are first asked for, from the lists and points as they are then; nothing is spent on
-  // them before. The reference is good until the next volume computation.
+  // fill). They are made when they are first asked for; nothing is spent on them before. Those of a level are made from
+  // the lists and points as they are then, those of a second surface or within a boundary are what was compared. The
+  // reference is good until the next volume computation.
   const std::vector<std::shared_ptr<Triangle3>>& getTriangle3List();
 
   // A new TIN of triangular faces, each of three positions in `vertices` counted from 0. Edges between the same plan
@@ -198,7 +201,17 @@ class ORVIKDTM_API CEType {
   double getHeightByNumXY(int tri, double x, double y) const;
   int countInfinite(double x, double y, double z) const;
 
-  void makeTriangle3List();
+  // What the list of Triangle3 is made of when somebody asks for it: a level, or a comparison with another surface.
+  struct Triangle3Source {
+    std::optional<double> level;
+    std::shared_ptr<const detail::SurfaceComparison> comparison;
+  };
+
+  bool hasBoundary() const;
+  FillCutResult* getFillCutWithinBoundary(double elevation);
+  void appendLevelPieces(double level);
+  bool sharesFewPointsWith(const detail::FlatTIN& queried, int& lastFound) const;
+  std::shared_ptr<const detail::FlatTIN> newCopy();
 
   ConvexList* hullList_;
   EList* edgeList_;
@@ -219,8 +232,7 @@ class ORVIKDTM_API CEType {
   double originY_ = 0.0;
 
   std::shared_ptr<const void> heldPoints_;
-  bool triangle3Pending_ = false;
-  double triangle3Level_ = 0.0;
+  Triangle3Source triangle3Source_;
 };
 
 }  // namespace OrvikDTM
