@@ -54,12 +54,23 @@ std::string fixedText(double v, int decimals);
 // The same for values that are not special; an infinity is "inf".
 std::string plainFixedText(double v, int decimals);
 
+// The longest text that U::toString writes: sign, digits before the point, point and decimals of the largest doubles.
+inline constexpr std::size_t kLongestText = 1 + 309 + 1 + kDecimalsOfText;
+
+// Writes U::toString(v) to `out`, which has room for kLongestText characters, and returns where it ends: for files of
+// many numbers, as it makes no string.
+char* writeText(double v, char* out);
+
 // v with six significant digits, as an output stream writes it by default.
 std::string generalText(double v);
 
 // The number at the start of `text`, as the C library's atof reads it in the C locale: white space, sign, decimal or
 // "0x" digits with an exponent, or the words inf, infinity, nan. 0 when there is none, infinity on overflow.
 double readNumber(std::string_view text);
+
+// The whole number at the start of `text`, as the C library's atoi reads it: white space, sign, digits. 0 when there is
+// none; a number too large for the result is the largest or smallest there is.
+long long readInteger(std::string_view text);
 
 double readBackFixed(double v);
 
