@@ -1,6 +1,7 @@
 // Numbers as text: fixed and general notation. Built on std::to_chars, which knows no locale.
 #include <algorithm>
 #include <charconv>
+#include <cstring>
 
 #include <OrvikDTMAlgorithm/report/GbkText.h>
 #include <OrvikDTMAlgorithm/report/NumberText.h>
@@ -46,8 +47,21 @@ namespace {
 constexpr double kUnitsOfText = 1e6;
 constexpr std::uint32_t kUnitsPerOne = 1'000'000;
 
+// The two digits of every number below a hundred, one after the other.
+constexpr std::array<char, 200> kPairs = [] {
+  std::array<char, 200> pairs{};
+  for (std::size_t i = 0; i < pairs.size(); ++i) {
+    pairs[i] = static_cast<char>('0' + (i % 2 == 0 ? i / 20 : i / 2 % 10));
+  }
+  return pairs;
+}();
+
+void writePair(std::uint32_t belowHundred, char* out) { std::memcpy(out, &kPairs[2 * belowHundred], 2); }
+
 void writeDecimals(std::uint32_t units, char* out) {
-  for (int i = kDecimalsOfText; i-- > 0; units /= 10) out[i] = static_cast<char>('0' + units % 10);
+  writePair(units / 10'000, out);
+  writePair(units / 100 % 100, out + 2);
+  writePair(units % 100, out + 4);
 }
 
 // Writes a finite magnitude below 2^53 unless arithmetic cannot tell which way its last decimal is rounded; null then.

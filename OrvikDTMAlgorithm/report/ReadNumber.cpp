@@ -2,7 +2,6 @@
 // leaves out (white space, "+", the "0x" prefix, which way a number is out of range) is added here.
 #include <algorithm>
 #include <charconv>
-#include <cstdint>
 #include <limits>
 #include <optional>
 
@@ -91,32 +90,6 @@ std::optional<double> readUnsigned(std::string_view text) {
   return std::nullopt;
 }
 
-// Reads digits with at most one point among them and perhaps "-" before them, as files are full of, when that is the
-// whole text and the digits make a number below 2^53. It and the power of ten by which it is divided are doubles then,
-// so their quotient is the double nearest to the decimal.
-std::optional<double> readPlain(std::string_view text) {
-  constexpr std::ptrdiff_t kExactDigits = 15;
-  const char* at = text.data();
-  const char* const end = at + text.size();
-  const bool negative = at != end && *at == '-';
-  if (negative) ++at;
-  if (at == end || end - at > kExactDigits + 1) return std::nullopt;
-  std::uint64_t digits = 0;
-  const char* first = at;
-  for (; at != end && isDigit(*at); ++at) digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
-  std::ptrdiff_t count = at - first;
-  std::ptrdiff_t decimals = 0;
-  if (at != end && *at == '.') {
-    first = ++at;
-    for (; at != end && isDigit(*at); ++at) digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
-    decimals = at - first;
-    count += decimals;
-  }
-  if (at != end || count == 0 || count > kExactDigits) return std::nullopt;
-  const double v = static_cast<double>(digits) / kExactPowersOfTen[static_cast<std::size_t>(decimals)];
-  return negative ? -v : v;
-}
-
 std::string_view withoutLeadingSpace(std::string_view text) {
   while (!text.empty() && isSpace(text.front())) text.remove_prefix(1);
   return text;
@@ -125,7 +98,9 @@ std::string_view withoutLeadingSpace(std::string_view text) {
 }  // namespace
 
 double readNumber(std::string_view text) {
-  if (const std::optional<double> plain = readPlain(text)) return *plain;
+  const char* const textEnd = text.data() + text.size();
+  double plain = 0.0;
+  if (!text.empty() && readPlain(text.data(), textEnd, plain) == textEnd) return plain;
   text = withoutLeadingSpace(text);
   const bool negative = !text.empty() && text.front() == '-';
   if (negative || (!text.empty() && text.front() == '+')) text.remove_prefix(1);
