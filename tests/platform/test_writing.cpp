@@ -1,5 +1,5 @@
-// Writing files so that nothing is lost: a disk that is full, a process that is killed, links, permissions, folders that
-// allow no new file.
+// Writing files so that nothing is lost: a disk that is full, a process that is killed, links, permissions, folders
+// that allow no new file.
 #if !defined(_WIN32)
 
 #include <csignal>
@@ -139,8 +139,8 @@ TEST_F(Writing, LinksAreFollowed) {
 
 TEST_F(Writing, AFileInAFolderThatAllowsNoNewOneIsWrittenInPlace) {
   fs::permissions(target(), fs::perms::all);
-  fs::permissions(folder_, fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read |
-                               fs::perms::others_exec);
+  fs::permissions(folder_,
+                  fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read | fs::perms::others_exec);
   const auto inPlace = [this] {
     giveUpPrivileges();
     return write(target(), "in place") == Written::kWhole && write(path("new"), "x") == Written::kNothing;
