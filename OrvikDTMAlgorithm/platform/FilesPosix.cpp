@@ -77,7 +77,7 @@ bool flushToDisk(std::FILE* file) {
 WayToWrite wayToWrite(const std::string& target) {
   if (target.empty()) return WayToWrite::kNone;
   struct stat status {};
-  if (stat(target.c_str(), &status) != 0) return WayToWrite::kReplace;
+  if (stat(target.c_str(), &status) != 0) return errno == ENOENT ? WayToWrite::kReplace : WayToWrite::kNone;
   if (S_ISDIR(status.st_mode) || faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) return WayToWrite::kNone;
   // Links of the kernel's own may lead to a file that has no name any more.
   const bool hasName = isSameFile(target, behindLinks(target));

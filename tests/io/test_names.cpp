@@ -1,0 +1,86 @@
+// Names in surface files on a system whose code page is not UTF-8. The machines that run the tests seldom have such a
+// locale, so the test program puts its own answer in place of the C library's to the question which code set the
+// process locale has.
+#if !defined(_WIN32)
+
+#include <langinfo.h>
+
+#include "io/SurfaceFiles.h"
+
+namespace {
+
+char asciiName[] = "ANSI_X3.4-1968";
+char gbkName[] = "GBK";
+char* codesetName = asciiName;
+
+}  // namespace
+
+extern "C" char* nl_langinfo(nl_item) noexcept { return codesetName; }
+
+namespace {
+
+class GbkNames : public testing::Test {
+ protected:
+  void SetUp() override { codesetName = gbkName; }
+  void TearDown() override { codesetName = asciiName; }
+
+  // What the field of a surface of that name holds.
+  static std::string fieldOf(const std::string& name) {
+    OwnedSurface surface;
+    surface.setSurfaceName(name.c_str());
+    const Block block = surface.toBytes();
+    return std::string(block.begin(), block.begin() + 24);
+  }
+
+  static std::string padded(std::string text) {
+    text.resize(24, '\0');
+    return text;
+  }
+};
+
+// "ground" in GBK and in UTF-8.
+const std::string kGbk = "\xB5\xD8\xC3\xE6";
+const std::string kUtf8 = "\xE5\x9C\xB0\xE9\x9D\xA2";
+
+std::string repeated(const std::string& text, int times) {
+  std::string result;
+  for (int i = 0; i < times; ++i) result += text;
+  return result;
+}
+
+TEST_F(GbkNames, AreUtf8InTheFile) {
+  EXPECT_EQ(padded(kUtf8 + " 1"), fieldOf(kGbk + " 1"));
+  EXPECT_EQ(padded("plain"), fieldOf("plain"));
+  EXPECT_EQ(padded(" "), fieldOf(""));
+  EXPECT_EQ(padded(" "), fieldOf("\xB5")) << "half a character belongs to no code page";
+}
+
+TEST_F(GbkNames, AreCutAfter24BytesInTheFileAnd23InTheRecord) {
+  const std::string name = repeated(kGbk, 5);  // 20 bytes, 30 in UTF-8
+  EXPECT_EQ(repeated(kUtf8, 4), fieldOf(name));
+  OwnedSurface surface;
+  surface.setSurfaceName(name.c_str());
+  OwnedSurface read;
+  ASSERT_TRUE(load(read, surface.toBytes()));
+  EXPECT_EQ(repeated(kGbk, 4), read.getSurfaceName());
+
+  // 24 bytes of which the last begin a character that was cut off.
+  surface.setSurfaceName(("a" + name).c_str());
+  ASSERT_TRUE(load(read, surface.toBytes()));
+  EXPECT_STREQ("", read.getSurfaceName()) << "what is no UTF-8 has no conversion";
+}
+
+TEST_F(GbkNames, OfPointsComeBack) {
+  OwnedSurface surface;
+  surface.setSurfacePoints({newPoint(kGbk, {1, 2, 3}), newPoint("P~1", {1, 2, 3}), newPoint("\x7F", {1, 2, 3})});
+  const Block block = surface.toBytes();
+  EXPECT_EQ(padded(kUtf8), std::string(block.begin() + 80, block.begin() + 104));
+  OwnedSurface read;
+  ASSERT_TRUE(load(read, block));
+  EXPECT_EQ(namesOf(surface), namesOf(read));
+  EXPECT_EQ(block, read.toBytes());
+}
+
+}  // namespace
+
+#endif

@@ -1,0 +1,279 @@
+// Writing files so that nothing is lost: a disk that is full, a process that is killed, links, permissions, folders
+// that allow no new file.
+#if !defined(_WIN32)
+
+#include <csignal>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <OrvikDTMAlgorithm/platform/FileSink.h>
+#include <OrvikDTMAlgorithm/platform/Platform.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using detail::Written;
+
+constexpr const char* kOld = "the old contents";
+
+class Writing : public testing::Test {
+ protected:
+  void SetUp() override {
+    folder_ = fs::temp_directory_path() / ("orvikdtm-writing-" + std::to_string(std::random_device()()));
+    fs::create_directories(folder_);
+    std::ofstream(target(), std::ios::binary) << kOld;
+  }
+  void TearDown() override {
+    fs::permissions(folder_, fs::perms::owner_all);
+    fs::remove_all(folder_);
+  }
+
+  std::string path(const std::string& name) const { return (folder_ / name).string(); }
+  std::string target() const { return path("file"); }
+
+  static std::string contentsOf(const std::string& path) {
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+  }
+
+  std::size_t entries() const {
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()));
+  }
+
+  static Written write(const std::string& path, const std::string& contents) {
+    return detail::writeBinaryFile(path.c_str(), contents.size(),
+                                   [&contents](detail::FileSink& sink) { sink.append(contents); });
+  }
+
+  fs::path folder_;
+};
+
+// What `work` returns in a process of its own, as its exit status.
+template <typename Work>
+int inChild(Work work) {
+  const pid_t child = fork();
+  if (child == 0) _exit(static_cast<int>(work()));
+  int status = 0;
+  waitpid(child, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+// Root may write everywhere; the tests of what may not be written run as somebody else.
+void giveUpPrivileges() {
+  constexpr uid_t kNobody = 65534;
+  if (geteuid() == 0 && (setgid(kNobody) != 0 || setuid(kNobody) != 0)) _exit(99);
+}
+
+TEST_F(Writing, PiecesOfEverySize) {
+  std::string expected;
+  std::mt19937 random(1);
+  const auto fill = [&](detail::FileSink& sink) {
+    expected.clear();
+    for (int i = 0; i < 3000; ++i) {
+      const std::size_t size = random() % (detail::FileSink::kLargestPiece + 1);
+      const std::string piece(size, static_cast<char>('a' + i % 26));
+      std::memcpy(sink.claim(size), piece.data(), size);
+      expected += piece;
+      if (i % 1000 == 999) {
+        sink.append(piece);
+        expected += piece;
+      }
+    }
+  };
+  ASSERT_EQ(Written::kWhole, detail::writeBinaryFile(target().c_str(), 0, fill));
+  EXPECT_EQ(expected, contentsOf(target()));
+  EXPECT_EQ(1u, entries());
+}
+
+TEST_F(Writing, BytesStayAsTheyAre) {
+  const std::string all("a\r\nb\nc\0\x1A\xFF", 10);
+  ASSERT_EQ(Written::kWhole, write(target(), all));
+  EXPECT_EQ(all, contentsOf(target()));
+}
+
+TEST_F(Writing, ANewFileHasThePermissionsThatTheUserAllows) {
+  const mode_t before = umask(027);
+  ASSERT_EQ(Written::kWhole, write(path("new"), "x"));
+  umask(before);
+  struct stat status {};
+  ASSERT_EQ(0, stat(path("new").c_str(), &status));
+  EXPECT_EQ(0640u, status.st_mode & 07777u);
+}
+
+TEST_F(Writing, ThePermissionsStay) {
+  for (const mode_t mode : {0600u, 0644u, 0666u, 0755u}) {
+    ASSERT_EQ(0, chmod(target().c_str(), mode));
+    ASSERT_EQ(Written::kWhole, write(target(), "x"));
+    struct stat status {};
+    ASSERT_EQ(0, stat(target().c_str(), &status));
+    EXPECT_EQ(mode, status.st_mode & 07777u);
+  }
+}
+
+TEST_F(Writing, LinksAreFollowed) {
+  fs::create_directories(folder_ / "sub");
+  fs::create_symlink("../file", folder_ / "sub" / "relative");
+  fs::create_symlink(folder_ / "sub" / "relative", folder_ / "link");
+  ASSERT_EQ(Written::kWhole, write(path("link"), "through two links"));
+  EXPECT_EQ("through two links", contentsOf(target()));
+  EXPECT_TRUE(fs::is_symlink(folder_ / "link"));
+  EXPECT_TRUE(fs::is_symlink(folder_ / "sub" / "relative"));
+
+  fs::create_symlink("sub/not yet", folder_ / "dangling");
+  ASSERT_EQ(Written::kWhole, write(path("dangling"), "made"));
+  EXPECT_EQ("made", contentsOf(path("sub/not yet")));
+  EXPECT_TRUE(fs::is_symlink(folder_ / "dangling"));
+
+  fs::create_symlink("round", folder_ / "round");
+  EXPECT_EQ(Written::kNothing, write(path("round"), "x"));
+}
+
+TEST_F(Writing, AFileInAFolderThatAllowsNoNewOneIsWrittenInPlace) {
+  fs::permissions(target(), fs::perms::all);
+  fs::permissions(folder_,
+                  fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read | fs::perms::others_exec);
+  const auto inPlace = [this] {
+    giveUpPrivileges();
+    return write(target(), "in place") == Written::kWhole && write(path("new"), "x") == Written::kNothing;
+  };
+  EXPECT_EQ(1, inChild(inPlace));
+  EXPECT_EQ("in place", contentsOf(target()));
+  EXPECT_EQ(1u, entries());
+}
+
+TEST_F(Writing, AFileThatMayNotBeWrittenIsNotReplaced) {
+  fs::permissions(target(), fs::perms::owner_read | fs::perms::others_read);
+  fs::permissions(folder_, fs::perms::all);
+  const auto refused = [this] {
+    giveUpPrivileges();
+    return write(target(), "x") == Written::kNothing;
+  };
+  EXPECT_EQ(1, inChild(refused));
+  EXPECT_EQ(kOld, contentsOf(target()));
+  EXPECT_EQ(1u, entries());
+}
+
+TEST_F(Writing, WhatIsNoOrdinaryFileIsWrittenInPlace) {
+  EXPECT_EQ(Written::kWhole, write("/dev/null", "x"));
+  EXPECT_TRUE(fs::is_character_file("/dev/null"));
+
+  ASSERT_EQ(0, mkfifo(path("pipe").c_str(), 0600));
+  const pid_t reader = fork();
+  if (reader == 0) _exit(contentsOf(path("pipe")) == "through a pipe" ? 0 : 1);
+  EXPECT_EQ(Written::kWhole, write(path("pipe"), "through a pipe"));
+  int status = -1;
+  waitpid(reader, &status, 0);
+  EXPECT_EQ(0, status);
+  EXPECT_TRUE(fs::is_fifo(folder_ / "pipe"));
+}
+
+TEST_F(Writing, WhereThereIsNoFolderNothingIsWritten) {
+  for (const std::string& name : {path("absent/file"), path("file/file"), folder_.string(), std::string()}) {
+    EXPECT_EQ(Written::kNothing, write(name, "x")) << name;
+  }
+  EXPECT_EQ(kOld, contentsOf(target()));
+  EXPECT_EQ(1u, entries());
+}
+
+TEST_F(Writing, AFillThatThrowsLeavesTheOldFile) {
+  const auto fill = [](detail::FileSink& sink) {
+    sink.append("half");
+    throw std::bad_alloc();
+  };
+  EXPECT_THROW(detail::writeBinaryFile(target().c_str(), 0, fill), std::bad_alloc);
+  EXPECT_EQ(kOld, contentsOf(target()));
+  EXPECT_EQ(1u, entries());
+}
+
+// A disk with room for so many bytes of a file, in a process of its own: as much as is allowed is written, and then no
+// more, as on a disk that is full.
+Written writeWithRoomFor(rlim_t room, const std::string& path, const std::string& contents) {
+  const auto limited = [&] {
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{room, room};
+    if (setrlimit(RLIMIT_FSIZE, &limit) != 0) return Written{99};
+    return detail::writeBinaryFile(path.c_str(), 0, [&contents](detail::FileSink& sink) {
+      for (const char c : contents) *sink.claim(1) = static_cast<unsigned char>(c);
+    });
+  };
+  return static_cast<Written>(inChild(limited));
+}
+
+TEST_F(Writing, AFullDiskLeavesTheOldFile) {
+  const std::string contents(100, 'n');
+  for (rlim_t room = 0; room < contents.size(); ++room) {
+    ASSERT_EQ(Written::kPart, writeWithRoomFor(room, target(), contents)) << room;
+    ASSERT_EQ(kOld, contentsOf(target())) << room;
+    ASSERT_EQ(1u, entries()) << room;
+  }
+  ASSERT_EQ(Written::kWhole, writeWithRoomFor(contents.size(), target(), contents));
+  EXPECT_EQ(contents, contentsOf(target()));
+}
+
+TEST_F(Writing, AFullDiskLeavesTheOldFileHoweverLargeTheNewOne) {
+  const std::string contents(5'000'000, 'n');
+  for (rlim_t room = 1; room < contents.size(); room = room * 3 + 1) {
+    ASSERT_EQ(Written::kPart, writeWithRoomFor(room, target(), contents)) << room;
+    ASSERT_EQ(kOld, contentsOf(target())) << room;
+    ASSERT_EQ(1u, entries()) << room;
+  }
+}
+
+TEST_F(Writing, AFullDiskLeavesNoNewFile) {
+  EXPECT_EQ(Written::kPart, writeWithRoomFor(5, path("new"), "more than that"));
+  EXPECT_FALSE(fs::exists(path("new")));
+  EXPECT_EQ(1u, entries());
+}
+
+// Whatever the moment, the file is one that was complete, and at most the file of the killed process is left over.
+TEST_F(Writing, AKillLeavesTheOldFileOrTheNewOne) {
+  const std::string first(3'000'000, '1');
+  const std::string second(2'000'001, '2');
+  ASSERT_EQ(Written::kWhole, write(target(), first));
+  std::mt19937 random(7);
+  std::size_t kills = 0;
+  for (; kills < 40; ++kills) {
+    const pid_t writer = fork();
+    if (writer == 0) {
+      for (;;) {
+        write(target(), second);
+        write(target(), first);
+      }
+    }
+    usleep(static_cast<useconds_t>(random() % 12'000));
+    kill(writer, SIGKILL);
+    waitpid(writer, nullptr, 0);
+    const std::string left = contentsOf(target());
+    ASSERT_TRUE(left == first || left == second) << left.size();
+    ASSERT_LE(entries(), 1 + kills + 1);
+  }
+  const std::size_t leftOver = entries();
+  ASSERT_EQ(Written::kWhole, write(target(), "after all"));
+  EXPECT_EQ("after all", contentsOf(target()));
+  EXPECT_EQ(leftOver, entries());
+}
+
+TEST_F(Writing, RemovesFilesAndListsFolders) {
+  fs::create_directories(folder_ / "sub");
+  EXPECT_TRUE(detail::pathExists(target().c_str()));
+  EXPECT_TRUE(detail::removeFile(target().c_str()));
+  EXPECT_FALSE(detail::pathExists(target().c_str()));
+  EXPECT_FALSE(detail::removeFile(target().c_str()));
+  EXPECT_FALSE(detail::removeFile(path("sub").c_str()));
+  EXPECT_EQ((std::vector<std::string>{"sub"}), detail::namesInFolder(folder_.c_str()));
+  EXPECT_TRUE(detail::namesInFolder(path("absent").c_str()).empty());
+  EXPECT_FALSE(detail::pathExists(nullptr));
+}
+
+}  // namespace
+
+#endif
