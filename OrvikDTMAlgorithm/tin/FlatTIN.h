@@ -55,6 +55,13 @@ class FlatTIN {
   // Whether the triangle contains (x, y) by exact signs, boundary included; a flat triangle holds nothing.
   bool holds(int tri, double x, double y) const;
 
+  // The same without the boundary.
+  bool holdsStrictly(int tri, const Position& p) const;
+
+  // Whether a point strictly inside a triangle is known to lie in no other one: then a location of it that does not
+  // start from a given triangle names that triangle, wherever it starts.
+  bool coversOnce() const;
+
   // Whether the area test accepts (x, y) in the triangle.
   bool acceptsByArea(int tri, double x, double y) const;
 
@@ -148,7 +155,6 @@ class FlatTIN {
   int nextOnWalk(int tri, const Position& p, bool& isHeld) const;
   int nextOnWalkFromOdd(int tri, const Position& p) const;
   int beyondFlat(int tri, const Position& p) const;
-  bool holdsStrictly(int tri, const Position& p) const;
   int fromStart(const Position& p) const;
 
   // The place of a triangle in the order of a scan.

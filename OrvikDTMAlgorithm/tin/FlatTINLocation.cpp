@@ -227,6 +227,24 @@ int FlatTIN::firstAccepting(const Position& p, const ScanOrder& order) const {
   return found;
 }
 
+// Triangles that cover each point as often as the ring goes round it cover none twice when the ring goes round its own
+// centre once and always turns the same way as seen from there, as every hull that the construction makes does.
+bool FlatTIN::coversOnce() const {
+  if (!covers_) return false;
+  const std::vector<Position>& ring = hull_->vertices();
+  const auto [low, high] =
+      std::minmax_element(ring.begin(), ring.end(), [](const Position& a, const Position& b) { return a.y < b.y; });
+  const Position centre{(low->x + high->x) / 2, (low->y + high->y) / 2};
+  int rounds = 0;
+  const Position* previous = &ring.back();
+  for (const Position& vertex : ring) {
+    if (orientation(centre, *previous, vertex) <= 0) return false;
+    if (previous->y <= centre.y && vertex.y > centre.y) ++rounds;
+    previous = &vertex;
+  }
+  return rounds == 1;
+}
+
 // ---- the three queries
 
 // Where one triangle alone holds p, the walk comes to it from anywhere, or fails and the scan does. Where several do,

@@ -5,6 +5,7 @@
 #include <OrvikDTMAlgorithm/tin/PieceQueue.h>
 #include <OrvikDTMAlgorithm/tin/SurfaceComparison.h>
 #include <OrvikDTMAlgorithm/tin/Triangle3.h>
+#include <OrvikDTMAlgorithm/tin/TrianglePlane.h>
 
 inline namespace OrvikDTM {
 namespace detail {
@@ -40,7 +41,11 @@ template <typename Draw>
 class Run {
  public:
   Run(const SurfaceComparison::Task& task, Draw draw)
-      : queried_(*task.queried), boundary_(task.boundary ? &*task.boundary : nullptr), task_(task), draw_(draw) {}
+      : queried_(*task.queried),
+        boundary_(task.boundary ? &*task.boundary : nullptr),
+        task_(task),
+        draw_(draw),
+        knowsPlaces_(queried_.coversOnce()) {}
 
   FillAndCut all() {
     FillAndCut sums;
@@ -48,11 +53,13 @@ class Run {
       const FlatTIN::Corners* corners = task_.walked->corners(tri);
       if (corners == nullptr) continue;
       const Piece whole = pieceOf(*corners);
-      if (task_.splitAtOnce) {
-        splitInSixteen(whole, [&](const Piece& piece) { sums.add(compare(piece)); });
-      } else {
+      if (!task_.splitAtOnce) {
         sums.add(compare(whole));
+        continue;
       }
+      splitInFour(whole, middle, [&](const Piece& quarter) {
+        splitInFour(quarter, middle, [&](const Piece& piece) { sums.add(compare(piece)); });
+      });
     }
     return sums;
   }
@@ -60,12 +67,22 @@ class Run {
   int lastFound() const { return last_; }
 
  private:
-  FillAndCut compare(const Piece& whole) {
+  static Piece pieceOf(const FlatTIN::Corners& c) {
+    Piece piece{};
+    for (int i = 0; i < kCornersOfPiece; ++i) piece.corner[i] = {c.p[i].x, c.p[i].y, c.z[i]};
+    return piece;
+  }
+
+  FillAndCut compare(Piece whole) {
     FillAndCut sums;
     hint_ = 0;
-    int found = 0;
-    for (const Spot& corner : whole.corner) found += locateFromHint(corner) != 0 ? 1 : 0;
-    if (found == 0) return sums;
+    bool isFound = false;
+    for (Spot& corner : whole.corner) {
+      const int found = locateFromHint(corner);
+      isFound = isFound || found != 0;
+      note(corner, found);
+    }
+    if (!isFound) return sums;
 
     PieceQueue& first = queues_[0];
     PieceQueue& second = queues_[1];
@@ -83,10 +100,37 @@ class Run {
     return sums;
   }
 
-  int locate(const Spot& p) { return queried_.locate(p.x, p.y, last_); }
+  // Stores what is known of a corner's place; `tri` is where it may lie.
+  void note(Spot& p, int tri) const {
+    if (knowsPlaces_ && tri != 0 && queried_.holdsStrictly(tri, {p.x, p.y})) p.onlyIn = tri;
+    p.isBeyond = boundary_ != nullptr && !boundary_->contains({p.x, p.y});
+  }
 
-  // Goes on from where the corner before was found, even if that lies outside the boundary.
-  int locateFromHint(const Spot& p) { return hint_ = queried_.locate(p.x, p.y, hint_, last_); }
+  // A middle lies in the same triangle as an end, or a short walk from there. It is a corner of three pieces, and of
+  // theirs.
+  Spot middleInPlace(const Spot& a, const Spot& b) const {
+    Spot m = middle(a, b);
+    int tri = a.onlyIn != 0 ? a.onlyIn : b.onlyIn;
+    if (knowsPlaces_ && tri != 0) {
+      int none = 0;
+      tri = queried_.locate(m.x, m.y, tri, none);
+    }
+    note(m, tri);
+    return m;
+  }
+
+  int locate(const Spot& p) {
+    if (p.onlyIn != 0) return last_ = p.onlyIn;
+    return queried_.locate(p.x, p.y, last_);
+  }
+
+  // Goes on from where the corner before was found, even if that lies outside the boundary. A walk finds a corner where
+  // it starts; elsewhere it may fail to.
+  int locateFromHint(const Spot& p) {
+    if (hint_ == 0) return hint_ = locate(p);
+    if (hint_ != p.onlyIn) hint_ = queried_.locate(p.x, p.y, hint_, last_);
+    return hint_;
+  }
 
   // A corner beyond the boundary counts as outside.
   template <typename Locate>
@@ -94,7 +138,7 @@ class Run {
     Places places;
     for (int i = 0; i < kCornersOfPiece; ++i) {
       places.tri[i] = locateCorner(piece.corner[i]);
-      if (boundary_ != nullptr && !boundary_->contains({piece.corner[i].x, piece.corner[i].y})) places.tri[i] = 0;
+      if (piece.corner[i].isBeyond) places.tri[i] = 0;
     }
     return places;
   }
@@ -111,7 +155,9 @@ class Run {
       if (common != 0) {
         measureIn(common, piece, sums);
       } else {
-        splitInFour(piece, [&queue](const Piece& quarter) { queue.offer(quarter); });
+        splitInFour(
+            piece, [this](const Spot& a, const Spot& b) { return middleInPlace(a, b); },
+            [&queue](const Piece& quarter) { queue.offer(quarter); });
       }
     }
   }
@@ -129,11 +175,18 @@ class Run {
     return 0;
   }
 
+  // Pieces that follow each other lie in few triangles, whose planes are worth keeping.
+  double heightIn(int tri, const Spot& p) {
+    const FlatTIN::Corners* corners = queried_.corners(tri);
+    if (corners == nullptr) return DBL_MAX;
+    KnownPlane& known = planes_[static_cast<std::size_t>(tri) % kPlanesKept];
+    if (known.tri != tri) known = {tri, TrianglePlane(*corners)};
+    return known.plane.height(p.x, p.y);
+  }
+
   void measureIn(int tri, const Piece& piece, FillAndCut& sums) {
     double heights[kCornersOfPiece];
-    for (int i = 0; i < kCornersOfPiece; ++i) {
-      heights[i] = queried_.height(tri, piece.corner[i].x, piece.corner[i].y);
-    }
+    for (int i = 0; i < kCornersOfPiece; ++i) heights[i] = heightIn(tri, piece.corner[i]);
     measure(piece, heights, sums);
   }
 
@@ -144,7 +197,7 @@ class Run {
     double sum = 0.0;
     int missing = 0;
     for (int i = 0; i < kCornersOfPiece; ++i) {
-      heights[i] = queried_.height(places.tri[i], piece.corner[i].x, piece.corner[i].y);
+      heights[i] = heightIn(places.tri[i], piece.corner[i]);
       if (U::isInf(heights[i]) != 0) {
         ++missing;
       } else {
@@ -167,10 +220,18 @@ class Run {
   const PolygonIndex* boundary_;
   const SurfaceComparison::Task& task_;
   Draw draw_;
+  bool knowsPlaces_;
   int last_ = task_.lastFound;
   int hint_ = 0;
   PieceQueue queues_[2];
   std::vector<Piece> rest_;
+
+  struct KnownPlane {
+    int tri = 0;
+    TrianglePlane plane;
+  };
+  static constexpr std::size_t kPlanesKept = 64;
+  KnownPlane planes_[kPlanesKept];
 };
 
 TPoint pointAt(const Spot& p) { return {p.x, p.y, p.z}; }
