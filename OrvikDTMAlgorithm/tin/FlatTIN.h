@@ -11,6 +11,7 @@
 #include <OrvikDTMAlgorithm/tin/HullCells.h>
 #include <OrvikDTMAlgorithm/tin/HullRing.h>
 #include <OrvikDTMAlgorithm/tin/Mesh.h>
+#include <OrvikDTMAlgorithm/tin/Orientation.h>
 
 inline namespace OrvikDTM {
 
@@ -56,7 +57,12 @@ class FlatTIN {
   bool holds(int tri, double x, double y) const;
 
   // The same without the boundary.
-  bool holdsStrictly(int tri, const Position& p) const;
+  bool holdsStrictly(int tri, const Position& p) const {
+    const Corners* c = corners(tri);
+    const int inward = c == nullptr ? 0 : turn(tri);
+    return inward != 0 && orientation(c->p[0], c->p[1], p) == inward && orientation(c->p[1], c->p[2], p) == inward &&
+           orientation(c->p[2], c->p[0], p) == inward;
+  }
 
   // Whether a point strictly inside a triangle is known to lie in no other one: then a location of it that does not
   // start from a given triangle names that triangle, wherever it starts.

@@ -51,13 +51,6 @@ bool FlatTIN::holds(int tri, double x, double y) const {
          orientation(c->p[2], c->p[0], p) * inward >= 0;
 }
 
-bool FlatTIN::holdsStrictly(int tri, const Position& p) const {
-  const Corners* c = corners(tri);
-  const int inward = turn(tri);
-  return c != nullptr && inward != 0 && orientation(c->p[0], c->p[1], p) == inward &&
-         orientation(c->p[1], c->p[2], p) == inward && orientation(c->p[2], c->p[0], p) == inward;
-}
-
 bool FlatTIN::acceptsByArea(int tri, double x, double y) const {
   const Corners* c = corners(tri);
   if (c == nullptr || turn(tri) == 0) return false;  // a flat triangle would accept its whole line

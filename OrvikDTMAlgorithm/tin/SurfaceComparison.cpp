@@ -1,7 +1,7 @@
 #include <cfloat>
 #include <cmath>
 
-#include <OrvikDTMAlgorithm/report/U.h>
+#include <OrvikDTMAlgorithm/report/NumberText.h>
 #include <OrvikDTMAlgorithm/tin/PieceQueue.h>
 #include <OrvikDTMAlgorithm/tin/SurfaceComparison.h>
 #include <OrvikDTMAlgorithm/tin/Triangle3.h>
@@ -35,6 +35,26 @@ struct Places {
 
   int missing() const { return (tri[0] == 0) + (tri[1] == 0) + (tri[2] == 0); }
 };
+
+// Replaces missing heights by the mean of the others; false where all are missing.
+bool fillInMissing(double (&heights)[kCornersOfPiece]) {
+  double sum = 0.0;
+  int missing = 0;
+  for (const double height : heights) {
+    if (isNoValue(height)) {
+      ++missing;
+    } else {
+      sum += height;
+    }
+  }
+  if (missing == 0) return true;
+  if (missing == kCornersOfPiece) return false;
+  const double mean = sum / (kCornersOfPiece - missing);
+  for (double& height : heights) {
+    if (isNoValue(height)) height = mean;
+  }
+  return true;
+}
 
 // One run of the comparison. `Draw` is given the parts of every piece that is measured.
 template <typename Draw>
@@ -80,7 +100,8 @@ class Run {
     for (Spot& corner : whole.corner) {
       const int found = locateFromHint(corner);
       isFound = isFound || found != 0;
-      note(corner, found);
+      if (isStrictlyIn(found, corner)) corner.onlyIn = found;
+      noteBoundary(corner);
     }
     if (!isFound) return sums;
 
@@ -100,22 +121,29 @@ class Run {
     return sums;
   }
 
-  // Stores what is known of a corner's place; `tri` is where it may lie.
-  void note(Spot& p, int tri) const {
-    if (knowsPlaces_ && tri != 0 && queried_.holdsStrictly(tri, {p.x, p.y})) p.onlyIn = tri;
-    p.isBeyond = boundary_ != nullptr && !boundary_->contains({p.x, p.y});
+  // The boundary's part of what is known of a corner's place.
+  void noteBoundary(Spot& p) const { p.isBeyond = boundary_ != nullptr && !boundary_->contains({p.x, p.y}); }
+
+  bool isStrictlyIn(int tri, const Spot& p) const {
+    return knowsPlaces_ && tri != 0 && queried_.holdsStrictly(tri, {p.x, p.y});
   }
 
   // A middle lies in the same triangle as an end, or a short walk from there. It is a corner of three pieces, and of
   // theirs.
   Spot middleInPlace(const Spot& a, const Spot& b) const {
     Spot m = middle(a, b);
-    int tri = a.onlyIn != 0 ? a.onlyIn : b.onlyIn;
-    if (knowsPlaces_ && tri != 0) {
+    noteBoundary(m);
+    const int start = a.onlyIn != 0 ? a.onlyIn : b.onlyIn;
+    if (start == 0) return m;
+    if (isStrictlyIn(start, m)) {
+      m.onlyIn = start;
+    } else if (b.onlyIn != start && isStrictlyIn(b.onlyIn, m)) {
+      m.onlyIn = b.onlyIn;
+    } else {
       int none = 0;
-      tri = queried_.locate(m.x, m.y, tri, none);
+      const int tri = queried_.locate(m.x, m.y, start, none);
+      if (isStrictlyIn(tri, m)) m.onlyIn = tri;
     }
-    note(m, tri);
     return m;
   }
 
@@ -194,21 +222,8 @@ class Run {
   void measureAsItIs(const Piece& piece, FillAndCut& sums) {
     const Places places = placesOf(piece, [this](const Spot& p) { return locate(p); });
     double heights[kCornersOfPiece];
-    double sum = 0.0;
-    int missing = 0;
-    for (int i = 0; i < kCornersOfPiece; ++i) {
-      heights[i] = heightIn(places.tri[i], piece.corner[i]);
-      if (U::isInf(heights[i]) != 0) {
-        ++missing;
-      } else {
-        sum += heights[i];
-      }
-    }
-    if (missing == kCornersOfPiece) return;
-    const double mean = sum / (kCornersOfPiece - missing);
-    for (double& height : heights) {
-      if (U::isInf(height) != 0) height = mean;
-    }
+    for (int i = 0; i < kCornersOfPiece; ++i) heights[i] = heightIn(places.tri[i], piece.corner[i]);
+    if (!fillInMissing(heights)) return;
     measure(piece, heights, sums);
   }
 
