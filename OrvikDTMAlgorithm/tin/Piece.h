@@ -15,7 +15,8 @@ struct Spot {
   double y;
   double z;
   int onlyIn = 0;         // the triangle of the queried network that it lies strictly inside, if it lies in no other; 0
-                          // where that is not known
+                          // where that is not known,
+  double height = 0.0;    // and the queried surface's height there
   bool isBeyond = false;  // outside the boundary
 };
 

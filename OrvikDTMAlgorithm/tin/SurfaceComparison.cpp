@@ -100,7 +100,7 @@ class Run {
     for (Spot& corner : whole.corner) {
       const int found = locateFromHint(corner);
       isFound = isFound || found != 0;
-      if (isStrictlyIn(found, corner)) corner.onlyIn = found;
+      notePlace(corner, found);
       noteBoundary(corner);
     }
     if (!isFound) return sums;
@@ -124,26 +124,24 @@ class Run {
   // The boundary's part of what is known of a corner's place.
   void noteBoundary(Spot& p) const { p.isBeyond = boundary_ != nullptr && !boundary_->contains({p.x, p.y}); }
 
-  bool isStrictlyIn(int tri, const Spot& p) const {
-    return knowsPlaces_ && tri != 0 && queried_.holdsStrictly(tri, {p.x, p.y});
+  // Stores that a corner lies in this triangle; false when it does not, or lies on its boundary.
+  bool notePlace(Spot& p, int tri) {
+    if (!knowsPlaces_ || tri == 0 || !queried_.holdsStrictly(tri, {p.x, p.y})) return false;
+    p.onlyIn = tri;
+    p.height = newHeightIn(tri, p);
+    return true;
   }
 
   // A middle lies in the same triangle as an end, or a short walk from there. It is a corner of three pieces, and of
   // theirs.
-  Spot middleInPlace(const Spot& a, const Spot& b) const {
+  Spot middleInPlace(const Spot& a, const Spot& b) {
     Spot m = middle(a, b);
     noteBoundary(m);
     const int start = a.onlyIn != 0 ? a.onlyIn : b.onlyIn;
     if (start == 0) return m;
-    if (isStrictlyIn(start, m)) {
-      m.onlyIn = start;
-    } else if (b.onlyIn != start && isStrictlyIn(b.onlyIn, m)) {
-      m.onlyIn = b.onlyIn;
-    } else {
-      int none = 0;
-      const int tri = queried_.locate(m.x, m.y, start, none);
-      if (isStrictlyIn(tri, m)) m.onlyIn = tri;
-    }
+    if (notePlace(m, start) || (b.onlyIn != start && notePlace(m, b.onlyIn))) return m;
+    int none = 0;
+    notePlace(m, queried_.locate(m.x, m.y, start, none));
     return m;
   }
 
@@ -205,6 +203,11 @@ class Run {
 
   // Pieces that follow each other lie in few triangles, whose planes are worth keeping.
   double heightIn(int tri, const Spot& p) {
+    if (tri != 0 && tri == p.onlyIn) return p.height;
+    return newHeightIn(tri, p);
+  }
+
+  double newHeightIn(int tri, const Spot& p) {
     const FlatTIN::Corners* corners = queried_.corners(tri);
     if (corners == nullptr) return DBL_MAX;
     KnownPlane& known = planes_[static_cast<std::size_t>(tri) % kPlanesKept];
