@@ -11,6 +11,7 @@
 #include <OrvikDTMAlgorithm/tin/HullCells.h>
 #include <OrvikDTMAlgorithm/tin/HullRing.h>
 #include <OrvikDTMAlgorithm/tin/Mesh.h>
+#include <OrvikDTMAlgorithm/tin/Orientation.h>
 
 inline namespace OrvikDTM {
 
@@ -54,6 +55,18 @@ class FlatTIN {
 
   // Whether the triangle contains (x, y) by exact signs, boundary included; a flat triangle holds nothing.
   bool holds(int tri, double x, double y) const;
+
+  // The same without the boundary.
+  bool holdsStrictly(int tri, const Position& p) const {
+    const Corners* c = corners(tri);
+    const int inward = c == nullptr ? 0 : turn(tri);
+    return inward != 0 && orientation(c->p[0], c->p[1], p) == inward && orientation(c->p[1], c->p[2], p) == inward &&
+           orientation(c->p[2], c->p[0], p) == inward;
+  }
+
+  // Whether a point strictly inside a triangle is known to lie in no other one: then a location of it that does not
+  // start from a given triangle names that triangle, wherever it starts.
+  bool coversOnce() const;
 
   // Whether the area test accepts (x, y) in the triangle.
   bool acceptsByArea(int tri, double x, double y) const;
@@ -148,7 +161,6 @@ class FlatTIN {
   int nextOnWalk(int tri, const Position& p, bool& isHeld) const;
   int nextOnWalkFromOdd(int tri, const Position& p) const;
   int beyondFlat(int tri, const Position& p) const;
-  bool holdsStrictly(int tri, const Position& p) const;
   int fromStart(const Position& p) const;
 
   // The place of a triangle in the order of a scan.

@@ -51,13 +51,6 @@ bool FlatTIN::holds(int tri, double x, double y) const {
          orientation(c->p[2], c->p[0], p) * inward >= 0;
 }
 
-bool FlatTIN::holdsStrictly(int tri, const Position& p) const {
-  const Corners* c = corners(tri);
-  const int inward = turn(tri);
-  return c != nullptr && inward != 0 && orientation(c->p[0], c->p[1], p) == inward &&
-         orientation(c->p[1], c->p[2], p) == inward && orientation(c->p[2], c->p[0], p) == inward;
-}
-
 bool FlatTIN::acceptsByArea(int tri, double x, double y) const {
   const Corners* c = corners(tri);
   if (c == nullptr || turn(tri) == 0) return false;  // a flat triangle would accept its whole line
@@ -225,6 +218,24 @@ int FlatTIN::firstAccepting(const Position& p, const ScanOrder& order) const {
   index().boxes.visit(here, [&test](Number tri) { test(static_cast<int>(tri)); });
   index().farBoxes.visit(here, [&test](Number tri) { test(static_cast<int>(tri)); });
   return found;
+}
+
+// Triangles that cover each point as often as the ring goes round it cover none twice when the ring goes round its own
+// centre once and always turns the same way as seen from there, as every hull that the construction makes does.
+bool FlatTIN::coversOnce() const {
+  if (!covers_) return false;
+  const std::vector<Position>& ring = hull_->vertices();
+  const auto [low, high] =
+      std::minmax_element(ring.begin(), ring.end(), [](const Position& a, const Position& b) { return a.y < b.y; });
+  const Position centre{(low->x + high->x) / 2, (low->y + high->y) / 2};
+  int rounds = 0;
+  const Position* previous = &ring.back();
+  for (const Position& vertex : ring) {
+    if (orientation(centre, *previous, vertex) <= 0) return false;
+    if (previous->y <= centre.y && vertex.y > centre.y) ++rounds;
+    previous = &vertex;
+  }
+  return rounds == 1;
 }
 
 // ---- the three queries

@@ -1,10 +1,11 @@
 #include <cfloat>
 #include <cmath>
 
-#include <OrvikDTMAlgorithm/report/U.h>
+#include <OrvikDTMAlgorithm/report/NumberText.h>
 #include <OrvikDTMAlgorithm/tin/PieceQueue.h>
 #include <OrvikDTMAlgorithm/tin/SurfaceComparison.h>
 #include <OrvikDTMAlgorithm/tin/Triangle3.h>
+#include <OrvikDTMAlgorithm/tin/TrianglePlane.h>
 
 inline namespace OrvikDTM {
 namespace detail {
@@ -35,12 +36,36 @@ struct Places {
   int missing() const { return (tri[0] == 0) + (tri[1] == 0) + (tri[2] == 0); }
 };
 
+// Replaces missing heights by the mean of the others; false where all are missing.
+bool fillInMissing(double (&heights)[kCornersOfPiece]) {
+  double sum = 0.0;
+  int missing = 0;
+  for (const double height : heights) {
+    if (isNoValue(height)) {
+      ++missing;
+    } else {
+      sum += height;
+    }
+  }
+  if (missing == 0) return true;
+  if (missing == kCornersOfPiece) return false;
+  const double mean = sum / (kCornersOfPiece - missing);
+  for (double& height : heights) {
+    if (isNoValue(height)) height = mean;
+  }
+  return true;
+}
+
 // One run of the comparison. `Draw` is given the parts of every piece that is measured.
 template <typename Draw>
 class Run {
  public:
   Run(const SurfaceComparison::Task& task, Draw draw)
-      : queried_(*task.queried), boundary_(task.boundary ? &*task.boundary : nullptr), task_(task), draw_(draw) {}
+      : queried_(*task.queried),
+        boundary_(task.boundary ? &*task.boundary : nullptr),
+        task_(task),
+        draw_(draw),
+        knowsPlaces_(queried_.coversOnce()) {}
 
   FillAndCut all() {
     FillAndCut sums;
@@ -48,11 +73,13 @@ class Run {
       const FlatTIN::Corners* corners = task_.walked->corners(tri);
       if (corners == nullptr) continue;
       const Piece whole = pieceOf(*corners);
-      if (task_.splitAtOnce) {
-        splitInSixteen(whole, [&](const Piece& piece) { sums.add(compare(piece)); });
-      } else {
+      if (!task_.splitAtOnce) {
         sums.add(compare(whole));
+        continue;
       }
+      splitInFour(whole, middle, [&](const Piece& quarter) {
+        splitInFour(quarter, middle, [&](const Piece& piece) { sums.add(compare(piece)); });
+      });
     }
     return sums;
   }
@@ -60,12 +87,23 @@ class Run {
   int lastFound() const { return last_; }
 
  private:
-  FillAndCut compare(const Piece& whole) {
+  static Piece pieceOf(const FlatTIN::Corners& c) {
+    Piece piece{};
+    for (int i = 0; i < kCornersOfPiece; ++i) piece.corner[i] = {c.p[i].x, c.p[i].y, c.z[i]};
+    return piece;
+  }
+
+  FillAndCut compare(Piece whole) {
     FillAndCut sums;
     hint_ = 0;
-    int found = 0;
-    for (const Spot& corner : whole.corner) found += locateFromHint(corner) != 0 ? 1 : 0;
-    if (found == 0) return sums;
+    bool isFound = false;
+    for (Spot& corner : whole.corner) {
+      const int found = locateFromHint(corner);
+      isFound = isFound || found != 0;
+      notePlace(corner, found);
+      noteBoundary(corner);
+    }
+    if (!isFound) return sums;
 
     PieceQueue& first = queues_[0];
     PieceQueue& second = queues_[1];
@@ -83,10 +121,42 @@ class Run {
     return sums;
   }
 
-  int locate(const Spot& p) { return queried_.locate(p.x, p.y, last_); }
+  // The boundary's part of what is known of a corner's place.
+  void noteBoundary(Spot& p) const { p.isBeyond = boundary_ != nullptr && !boundary_->contains({p.x, p.y}); }
 
-  // Goes on from where the corner before was found, even if that lies outside the boundary.
-  int locateFromHint(const Spot& p) { return hint_ = queried_.locate(p.x, p.y, hint_, last_); }
+  // Stores that a corner lies in this triangle; false when it does not, or lies on its boundary.
+  bool notePlace(Spot& p, int tri) {
+    if (!knowsPlaces_ || tri == 0 || !queried_.holdsStrictly(tri, {p.x, p.y})) return false;
+    p.onlyIn = tri;
+    p.height = newHeightIn(tri, p);
+    return true;
+  }
+
+  // A middle lies in the same triangle as an end, or a short walk from there. It is a corner of three pieces, and of
+  // theirs.
+  Spot middleInPlace(const Spot& a, const Spot& b) {
+    Spot m = middle(a, b);
+    noteBoundary(m);
+    const int start = a.onlyIn != 0 ? a.onlyIn : b.onlyIn;
+    if (start == 0) return m;
+    if (notePlace(m, start) || (b.onlyIn != start && notePlace(m, b.onlyIn))) return m;
+    int none = 0;
+    notePlace(m, queried_.locate(m.x, m.y, start, none));
+    return m;
+  }
+
+  int locate(const Spot& p) {
+    if (p.onlyIn != 0) return last_ = p.onlyIn;
+    return queried_.locate(p.x, p.y, last_);
+  }
+
+  // Goes on from where the corner before was found, even if that lies outside the boundary. A walk finds a corner where
+  // it starts; elsewhere it may fail to.
+  int locateFromHint(const Spot& p) {
+    if (hint_ == 0) return hint_ = locate(p);
+    if (hint_ != p.onlyIn) hint_ = queried_.locate(p.x, p.y, hint_, last_);
+    return hint_;
+  }
 
   // A corner beyond the boundary counts as outside.
   template <typename Locate>
@@ -94,7 +164,7 @@ class Run {
     Places places;
     for (int i = 0; i < kCornersOfPiece; ++i) {
       places.tri[i] = locateCorner(piece.corner[i]);
-      if (boundary_ != nullptr && !boundary_->contains({piece.corner[i].x, piece.corner[i].y})) places.tri[i] = 0;
+      if (piece.corner[i].isBeyond) places.tri[i] = 0;
     }
     return places;
   }
@@ -111,7 +181,9 @@ class Run {
       if (common != 0) {
         measureIn(common, piece, sums);
       } else {
-        splitInFour(piece, [&queue](const Piece& quarter) { queue.offer(quarter); });
+        splitInFour(
+            piece, [this](const Spot& a, const Spot& b) { return middleInPlace(a, b); },
+            [&queue](const Piece& quarter) { queue.offer(quarter); });
       }
     }
   }
@@ -129,11 +201,23 @@ class Run {
     return 0;
   }
 
+  // Pieces that follow each other lie in few triangles, whose planes are worth keeping.
+  double heightIn(int tri, const Spot& p) {
+    if (tri != 0 && tri == p.onlyIn) return p.height;
+    return newHeightIn(tri, p);
+  }
+
+  double newHeightIn(int tri, const Spot& p) {
+    const FlatTIN::Corners* corners = queried_.corners(tri);
+    if (corners == nullptr) return DBL_MAX;
+    KnownPlane& known = planes_[static_cast<std::size_t>(tri) % kPlanesKept];
+    if (known.tri != tri) known = {tri, TrianglePlane(*corners)};
+    return known.plane.height(p.x, p.y);
+  }
+
   void measureIn(int tri, const Piece& piece, FillAndCut& sums) {
     double heights[kCornersOfPiece];
-    for (int i = 0; i < kCornersOfPiece; ++i) {
-      heights[i] = queried_.height(tri, piece.corner[i].x, piece.corner[i].y);
-    }
+    for (int i = 0; i < kCornersOfPiece; ++i) heights[i] = heightIn(tri, piece.corner[i]);
     measure(piece, heights, sums);
   }
 
@@ -141,21 +225,8 @@ class Run {
   void measureAsItIs(const Piece& piece, FillAndCut& sums) {
     const Places places = placesOf(piece, [this](const Spot& p) { return locate(p); });
     double heights[kCornersOfPiece];
-    double sum = 0.0;
-    int missing = 0;
-    for (int i = 0; i < kCornersOfPiece; ++i) {
-      heights[i] = queried_.height(places.tri[i], piece.corner[i].x, piece.corner[i].y);
-      if (U::isInf(heights[i]) != 0) {
-        ++missing;
-      } else {
-        sum += heights[i];
-      }
-    }
-    if (missing == kCornersOfPiece) return;
-    const double mean = sum / (kCornersOfPiece - missing);
-    for (double& height : heights) {
-      if (U::isInf(height) != 0) height = mean;
-    }
+    for (int i = 0; i < kCornersOfPiece; ++i) heights[i] = heightIn(places.tri[i], piece.corner[i]);
+    if (!fillInMissing(heights)) return;
     measure(piece, heights, sums);
   }
 
@@ -167,10 +238,18 @@ class Run {
   const PolygonIndex* boundary_;
   const SurfaceComparison::Task& task_;
   Draw draw_;
+  bool knowsPlaces_;
   int last_ = task_.lastFound;
   int hint_ = 0;
   PieceQueue queues_[2];
   std::vector<Piece> rest_;
+
+  struct KnownPlane {
+    int tri = 0;
+    TrianglePlane plane;
+  };
+  static constexpr std::size_t kPlanesKept = 64;
+  KnownPlane planes_[kPlanesKept];
 };
 
 TPoint pointAt(const Spot& p) { return {p.x, p.y, p.z}; }
