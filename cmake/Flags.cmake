@@ -13,3 +13,6 @@ if(ORVIKDTM_SANITIZE)
   target_compile_options(orvikdtm_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(orvikdtm_flags INTERFACE -fsanitize=address,undefined)
 endif()
+if(ORVIKDTM_FUZZ)  # the library tells the fuzzer where an input has led
+  target_compile_options(orvikdtm_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
