@@ -39,6 +39,10 @@ ROWS = [
     ("destroying 1 M : building it", "destroy/ours/uniform_1m", UNIFORM, 0.1, 0.03),
     ("statistics of 2 M triangles : building", "statistics/ours/uniform_1m", UNIFORM, 0.15, 0.05),
     ("20,000 edits and a height : bulk build", "edits/one_by_one/uniform_20k", "edits/bulk/uniform_20k", 3.0, 1.5),
+    ("1 M heights along rows : CGAL, last face", "heights/ours/grid_rows", "heights/cgal/grid_rows", 0.8, 0.36),
+    ("1 M heights at random : CGAL's hierarchy", "heights/ours/random", "heights/cgal/random", 0.3, 0.1),
+    ("first height of 2 M triangles : building", "heights/first/uniform_1m", UNIFORM, None, None),
+    ("10,000 places that no triangle holds, ms", "misses/ours/uniform_1m", None, 200.0, 20.0),
     ("topology of 1 M faces : building 500 k", "topology/ours/uniform_500k", "build/ours/uniform_500k", 1.0, 0.5),
 ]
 
