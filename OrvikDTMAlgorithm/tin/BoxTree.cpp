@@ -4,6 +4,7 @@
 #include <limits>
 
 #include <OrvikDTMAlgorithm/tin/BoxTree.h>
+#include <OrvikDTMAlgorithm/tin/Curve.h>
 #include <OrvikDTMAlgorithm/tin/LargeArrays.h>
 #include <OrvikDTMAlgorithm/tin/RadixSort.h>
 
@@ -19,19 +20,10 @@ double withinDoubles(double v) { return std::clamp(v, -kLargest, kLargest); }
 // Halves before adding, lest the sum overflow.
 double middleOf(double low, double high) { return withinDoubles(low) / 2 + withinDoubles(high) / 2; }
 
-// The bits of v with a 0 before each.
-std::uint64_t spread(std::uint64_t v) {
-  v = (v | v << 16) & 0x0000FFFF0000FFFFu;
-  v = (v | v << 8) & 0x00FF00FF00FF00FFu;
-  v = (v | v << 4) & 0x0F0F0F0F0F0F0F0Fu;
-  v = (v | v << 2) & 0x3333333333333333u;
-  return (v | v << 1) & 0x5555555555555555u;
-}
-
 // Orders boxes of like size along a space-filling curve. A large box among small ones would make its node large.
-class Curve {
+class BoxOrder {
  public:
-  explicit Curve(const std::vector<NumberedBox>& boxes) {
+  explicit BoxOrder(const std::vector<NumberedBox>& boxes) {
     double maxX = -kLargest;
     double maxY = -kLargest;
     for (const NumberedBox& item : boxes) {
@@ -49,21 +41,14 @@ class Curve {
   double originY() const { return minY_; }
 
   std::uint64_t keyOf(const Box& box) const {
-    const std::uint64_t x = stepOf(middleOf(box.minX, box.maxX), minX_);
-    const std::uint64_t y = stepOf(middleOf(box.minY, box.maxY), minY_);
-    return sizeClass(box) << kPlaceBits | spread(x) << 1 | spread(y);
+    const double partX = (middleOf(box.minX, box.maxX) / 2 - minX_ / 2) / extent_;
+    const double partY = (middleOf(box.minY, box.maxY) / 2 - minY_ / 2) / extent_;
+    return sizeClass(box) << (2 * kStepBits) | alongCurve(partX, partY, kStepBits);
   }
 
  private:
   static constexpr unsigned kStepBits = 29;
-  static constexpr unsigned kPlaceBits = 2 * kStepBits;
   static constexpr int kSizeClasses = 64;
-
-  std::uint64_t stepOf(double v, double origin) const {
-    const double part = (v / 2 - origin / 2) / extent_;  // in [0, 1]
-    constexpr double kLastStep = (1u << kStepBits) - 1;
-    return static_cast<std::uint64_t>(std::clamp(part, 0.0, 1.0) * kLastStep);
-  }
 
   // The larger the box the higher, in classes that differ by a factor of 16.
   std::uint64_t sizeClass(const Box& box) const {
@@ -90,7 +75,7 @@ float singleOf(double v) {
 
 BoxTree::BoxTree(const std::vector<NumberedBox>& boxes) {
   if (boxes.empty()) return;
-  const Curve curve(boxes);
+  const BoxOrder curve(boxes);
   originX_ = curve.originX();
   originY_ = curve.originY();
   std::vector<KeyedNumber> order;

@@ -1,11 +1,14 @@
 // Taking the copy.
 #include <algorithm>
+#include <limits>
 
 #include <OrvikDTMAlgorithm/tin/CETypeElements.h>
 #include <OrvikDTMAlgorithm/tin/ConvexList.h>
+#include <OrvikDTMAlgorithm/tin/Curve.h>
 #include <OrvikDTMAlgorithm/tin/FlatTIN.h>
 #include <OrvikDTMAlgorithm/tin/LargeArrays.h>
 #include <OrvikDTMAlgorithm/tin/Orientation.h>
+#include <OrvikDTMAlgorithm/tin/RadixSort.h>
 #include <OrvikDTMAlgorithm/tin/TConvex.h>
 
 inline namespace OrvikDTM {
@@ -21,6 +24,14 @@ int cornerAt(const FlatTIN::Corners& corners, const Position& p) {
     if (samePosition(corners.p[i], p)) return i;
   }
   return kNoCorner;
+}
+
+constexpr double kLargest = std::numeric_limits<double>::max();
+
+Position middleOf(const TEdge& edge) {
+  const TPoint& a = *edge.getStartPoint();
+  const TPoint& b = *edge.getEndPoint();
+  return {(a.getX() + b.getX()) / 2, (a.getY() + b.getY()) / 2};
 }
 
 // Tells the three pairs of corners apart.
@@ -75,8 +86,7 @@ std::shared_ptr<const FlatTIN> FlatTIN::of(const CEType& tin) {
   flat->hull_ = tin.hullRing_ != nullptr ? tin.hullRing_ : ring;
   flat->edgeCount_ = lengthOf(tin.edgeList_);
   const int count = tin.triangleCount();
-  reserveLarge(flat->records_, static_cast<std::size_t>(count));
-  for (int tri = 1; tri <= count; ++tri) flat->addTriangle(tin, tri);
+  flat->chooseSlots(tin);
   if (flat->hull_ == nullptr) return flat;
   constexpr double kTrianglesPerCell = 64;
   flat->hullCells_ = HullCells(*flat->hull_, count / kTrianglesPerCell);
@@ -96,16 +106,13 @@ bool FlatTIN::isCovering(const CEType& tin, const std::shared_ptr<const HullRing
     return false;
   }
   EdgeSides sides(edgeCount_);
-  for (int tri = 1; tri <= triangleCount(); ++tri) {
-    const Record& r = record(tri);
-    if (r.isOdd || r.turn == 0) return false;
-    const int* edges = tin.triangleList_->findByNum(tin.triangleList_, tri)->getEno();
+  for (const Record& r : records_) {
+    if (!r.isPlain) return false;
+    const int* edges = tin.triangleList_->findByNum(tin.triangleList_, r.number)->getEno();
     for (int which = 0; which < kEdgesOfTriangle; ++which) {
       const Way& way = r.ways[which];
-      const bool runsCounterClockwise = (way.to == (way.from + 1) % kEdgesOfTriangle) == (r.turn > 0);
-      if (runsCounterClockwise == (way.leavesToTheLeft != 0)) return false;
       const TEdge* edge = tin.edgeList_->findByNum(tin.edgeList_, edges[which]);
-      if (way.leavesToTheLeft != 0 && edge->getRightT() != tri) return false;
+      if (way.leavesToTheLeft != 0 && edge->getRightT() != r.number) return false;
       sides.add(edges[which], way.leavesToTheLeft == 0, r.next[which] != 0);
     }
   }
@@ -120,21 +127,58 @@ bool FlatTIN::isCopyOf(const CEType& tin) const {
          hull_ == tin.hullRing_;
 }
 
-FlatTIN::OddEdge FlatTIN::oddEdgeOf(const CEType& tin, int tri, int which) {
+void FlatTIN::chooseSlots(const CEType& tin) {
+  const int count = tin.triangleCount();
+  std::vector<Position> places;
+  reserveLarge(places, static_cast<std::size_t>(count));
+  Box bounds{kLargest, kLargest, -kLargest, -kLargest};
+  for (int tri = 1; tri <= count; ++tri) {
+    const TEdge* edge = tin.edgeOf(tri, 0);
+    places.push_back(edge == nullptr ? Position{0.0, 0.0} : middleOf(*edge));
+    bounds = {std::min(bounds.minX, places.back().x), std::min(bounds.minY, places.back().y),
+              std::max(bounds.maxX, places.back().x), std::max(bounds.maxY, places.back().y)};
+  }
+  constexpr unsigned kBits = 16;  // finer than the neighbourhood of a triangle among many millions
+  const double extent = std::max(bounds.maxX - bounds.minX, bounds.maxY - bounds.minY);
+  std::vector<KeyedNumber> order;
+  reserveLarge(order, places.size());
+  for (const Position& p : places) {
+    const std::uint64_t key = alongCurve((p.x - bounds.minX) / extent, (p.y - bounds.minY) / extent, kBits);
+    order.push_back({key, static_cast<Number>(order.size() + 1)});
+  }
+  places = {};
+  radixSort(order);
+  slots_ = largeVector<Number>(order.size());
+  for (std::size_t i = 0; i < order.size(); ++i) slots_[order[i].number - 1] = static_cast<Number>(i + 1);
+  reserveLarge(records_, order.size());
+  for (const KeyedNumber& item : order) addTriangle(tin, static_cast<int>(item.number));
+}
+
+FlatTIN::OddEdge FlatTIN::oddEdgeOf(const CEType& tin, int tri, int which) const {
   OddEdge result;
   const TEdge* edge = tin.edgeOf(tri, which);
   if (edge == nullptr) return result;
   result.isWhole = true;
   result.leavesToTheLeft = edge->getLeftT() != tri;
   const int next = result.leavesToTheLeft ? edge->getLeftT() : edge->getRightT();
-  result.next = next >= 1 && next <= tin.triangleCount() ? next : 0;
+  result.next = exists(next) ? slotOf(next) : 0;
   result.start = positionOf(*edge->getStartPoint());
   result.end = positionOf(*edge->getEndPoint());
   return result;
 }
 
+// With the triangle run through counter-clockwise, edges that it runs along forwards have it on their left.
+bool FlatTIN::isPlain(const Record& record) {
+  if (record.isOdd || record.turn == 0) return false;
+  return std::all_of(std::begin(record.ways), std::end(record.ways), [&record](const Way& way) {
+    const bool runsForwards = (way.to == (way.from + 1) % kEdgesOfTriangle) == (record.turn > 0);
+    return runsForwards == (way.leavesToTheLeft == 0);
+  });
+}
+
 void FlatTIN::addTriangle(const CEType& tin, int tri) {
   Record record;
+  record.number = tri;
   CEType::Corners points{};
   if (tin.cornersOf(tri, points)) {
     record.hasCorners = 1;
@@ -161,17 +205,16 @@ void FlatTIN::addTriangle(const CEType& tin, int tri) {
     record.next[0] = static_cast<int>(odd_.size());
     odd_.push_back(odd);
   }
+  record.isPlain = isPlain(record) ? 1 : 0;
   records_.push_back(record);
 }
 
-FlatTIN::OddEdge FlatTIN::edgeOf(int tri, int which) const {
-  const Record& r = record(tri);
+FlatTIN::OddEdge FlatTIN::edgeAt(int slot, int which) const {
+  const Record& r = at(slot);
   if (r.isOdd) return odd_[static_cast<std::size_t>(r.next[0])].edges[which];
   const Way& way = r.ways[which];
   return {true, way.leavesToTheLeft != 0, r.next[which], r.corners.p[way.from], r.corners.p[way.to]};
 }
-
-int FlatTIN::neighbour(int tri, int which) const { return edgeOf(tri, which).next; }
 
 }  // namespace detail
 }  // namespace OrvikDTM

@@ -31,18 +31,17 @@ class FlatTIN {
   // A copy of the TIN as its lists and points are now.
   static std::shared_ptr<const FlatTIN> of(const CEType& tin);
 
-  int triangleCount() const { return static_cast<int>(records_.size()); }
+  int triangleCount() const { return static_cast<int>(slots_.size()); }
 
   // Null for a triangle that does not exist or whose first two edges cannot be measured.
-  const Corners* corners(int tri) const {
-    return exists(tri) && record(tri).hasCorners ? &record(tri).corners : nullptr;
-  }
+  const Corners* corners(int tri) const { return exists(tri) ? cornersAt(slotOf(tri)) : nullptr; }
 
-  // 1 when the corners turn counter-clockwise, -1 clockwise, 0 when they are exactly collinear or not all finite.
-  int turn(int tri) const { return record(tri).turn; }
+  // Of an existing triangle: 1 when the corners turn counter-clockwise, -1 clockwise, 0 when they are exactly collinear
+  // or not all finite.
+  int turn(int tri) const { return at(slotOf(tri)).turn; }
 
   // The triangle across edge `which` (0..2) of an existing triangle; 0 where none is.
-  int neighbour(int tri, int which) const;
+  int neighbour(int tri, int which) const { return numberOf(edgeAt(slotOf(tri), which).next); }
 
   // The answers of CEType::locateTri and locateTri1, the same to the last triangle; `last` stands for the triangle
   // found last and is changed as theirs is.
@@ -54,28 +53,23 @@ class FlatTIN {
   double height(int tri, double x, double y) const;
 
   // Whether the triangle contains (x, y) by exact signs, boundary included; a flat triangle holds nothing.
-  bool holds(int tri, double x, double y) const;
+  bool holds(int tri, double x, double y) const { return exists(tri) && holdsAt(slotOf(tri), {x, y}); }
 
   // The same without the boundary.
-  bool holdsStrictly(int tri, const Position& p) const {
-    const Corners* c = corners(tri);
-    const int inward = c == nullptr ? 0 : turn(tri);
-    return inward != 0 && orientation(c->p[0], c->p[1], p) == inward && orientation(c->p[1], c->p[2], p) == inward &&
-           orientation(c->p[2], c->p[0], p) == inward;
-  }
+  bool holdsStrictly(int tri, const Position& p) const { return exists(tri) && holdsStrictlyAt(slotOf(tri), p); }
 
   // Whether a point strictly inside a triangle is known to lie in no other one: then a location of it that does not
   // start from a given triangle names that triangle, wherever it starts.
   bool coversOnce() const;
 
   // Whether the area test accepts (x, y) in the triangle.
-  bool acceptsByArea(int tri, double x, double y) const;
+  bool acceptsByArea(int tri, double x, double y) const { return exists(tri) && acceptsAt(slotOf(tri), {x, y}); }
 
   // Calls visit(tri) for a superset of the triangles with finite corners whose boxes meet [minX, maxX] x [minY, maxY],
   // each once, in no particular order. The first call builds an index.
   template <typename Visit>
   void visitBoxes(double minX, double minY, double maxX, double maxY, Visit visit) const {
-    index().boxes.visit({minX, minY, maxX, maxY}, [&visit](Number tri) { visit(static_cast<int>(tri)); });
+    index().boxes.visit({minX, minY, maxX, maxY}, [&](Number slot) { visit(at(static_cast<int>(slot)).number); });
   }
 
   // Whether this is still a copy of that TIN, as far as the lengths of its lists and its hull tell.
@@ -89,13 +83,18 @@ class FlatTIN {
     std::uint8_t leavesToTheLeft : 1;  // the walk leaves the triangle over it for what lies on the edge's left
   };
 
-  struct Record {
-    Corners corners{};
-    int next[3]{};  // across each edge, 0 for none; of an odd triangle the first is its place in odd_
+  // Records lie in the order of a curve through the plane, lest every move of a walk wait for memory. A record's place
+  // in that order, counted from 1, is the triangle's slot; the private functions name triangles by their slots, 0 for
+  // none. What a walk reads comes first.
+  struct alignas(32) Record {
+    int next[3]{};  // the slot across each edge, 0 for none; of an odd triangle the first is its place in odd_
     Way ways[3]{};
     std::int8_t turn : 2 = 0;
     std::uint8_t hasCorners : 1 = 0;
-    std::uint8_t isOdd : 1 = 0;  // its edges do not close over its corners, or one of them cannot be measured
+    std::uint8_t isPlain : 1 = 0;  // it has an area, and lies on the side of each edge that the edge says
+    std::uint8_t isOdd : 1 = 0;    // its edges do not close over its corners, or one of them cannot be measured
+    Corners corners{};
+    int number = 0;
   };
 
   // The edges of an odd triangle as they are.
@@ -113,7 +112,7 @@ class FlatTIN {
   // Where a walk stands: in a triangle that holds the point, in one that it cannot leave, or on its way.
   struct Walk {
     enum class State { kOnTheWay, kFound, kStuck };
-    int tri = 0;
+    int slot = 0;
     int movesLeft = 0;
     State state = State::kOnTheWay;
     bool hasLeftFlat = false;
@@ -123,44 +122,56 @@ class FlatTIN {
     int movesSinceMark = 0;
   };
 
-  // What holds a point.
+  // The slots of what holds a point.
   struct Holders {
     int first = 0;
     int count = 0;
   };
 
-  // The triangles found by their boxes.
+  // The triangles, by their slots, found by their boxes.
   struct Index {
     BoxTree boxes;     // of all triangles, with a little of what the area test reaches beyond,
     BoxTree farBoxes;  // and of those whose area test reaches farther
     AreaReach reach;
   };
 
-  // A triangle near any place.
+  // A triangle's slot near any place.
   struct Starts {
     CellGrid grid;
-    std::vector<Number> triangles;
+    std::vector<Number> slots;
   };
 
   bool exists(int tri) const { return tri >= 1 && tri <= triangleCount(); }
-  const Record& record(int tri) const { return records_[static_cast<std::size_t>(tri - 1)]; }
-  static OddEdge oddEdgeOf(const CEType& tin, int tri, int which);
+  int slotOf(int tri) const { return static_cast<int>(slots_[static_cast<std::size_t>(tri - 1)]); }
+  int numberOf(int slot) const { return slot == 0 ? 0 : at(slot).number; }
+  const Record& at(int slot) const { return records_[static_cast<std::size_t>(slot - 1)]; }
+  const Corners* cornersAt(int slot) const { return at(slot).hasCorners ? &at(slot).corners : nullptr; }
+  bool isFlatAt(int slot) const { return at(slot).hasCorners && at(slot).turn == 0; }
+  bool holdsAt(int slot, const Position& p) const;
+  bool holdsStrictlyAt(int slot, const Position& p) const;
+  bool acceptsAt(int slot, const Position& p) const;
+  OddEdge edgeAt(int slot, int which) const;
+
+  void chooseSlots(const CEType& tin);
+  OddEdge oddEdgeOf(const CEType& tin, int tri, int which) const;
+  static bool isPlain(const Record& record);
   void addTriangle(const CEType& tin, int tri);
   bool isCovering(const CEType& tin, const std::shared_ptr<const HullRing>& ring) const;
-  OddEdge edgeOf(int tri, int which) const;
-  bool isFlat(int tri) const { return record(tri).hasCorners && record(tri).turn == 0; }
 
-  Walk walkFrom(int tri) const {
+  Walk walkFrom(int slot) const {
     Walk walk;
-    walk.tri = tri;
+    walk.slot = slot;
     walk.movesLeft = triangleCount() + 1;
     return walk;
   }
   void goOn(Walk& walk, const Position& p, int moves) const;
   static void watchForCircle(Walk& walk);
-  int nextOnWalk(int tri, const Position& p, bool& isHeld) const;
-  int nextOnWalkFromOdd(int tri, const Position& p) const;
-  int beyondFlat(int tri, const Position& p) const;
+  int nextOnWalk(int slot, const Position& p, bool& isHeld) const;
+  void prefetchNeighbours(const Record& record) const;
+  int nextOnWalkWithCare(int slot, const Position& p, bool& isHeld) const;
+  int nextOnWalkFromOdd(int slot, const Position& p) const;
+  int beyondFlat(int slot, const Position& p) const;
+  bool isNear(int slot, const Position& p) const;
   int fromStart(const Position& p) const;
 
   // The place of a triangle in the order of a scan.
@@ -172,6 +183,7 @@ class FlatTIN {
   const Index& index() const;
   const Starts& starts() const;
 
+  std::vector<Number> slots_;
   std::vector<Record> records_;
   std::vector<OddTriangle> odd_;
   std::shared_ptr<const HullRing> hull_;

@@ -34,6 +34,20 @@ Box boundsOf(const std::vector<NumberedBox>& boxes) {
   return bounds;
 }
 
+// Cells without a triangle get that of the one before them in their row, or else of the one behind, or else of the row
+// before theirs.
+void fillGaps(const CellGrid& grid, std::vector<Number>& slots) {
+  const std::size_t columns = grid.columns();
+  for (std::size_t row = 0; row < grid.rows(); ++row) {
+    Number* cells = slots.data() + row * columns;
+    const Number* first = std::find_if(cells, cells + columns, [](Number slot) { return slot != 0; });
+    Number latest = first != cells + columns ? *first : row > 0 ? cells[0 - static_cast<std::ptrdiff_t>(columns)] : 1;
+    for (std::size_t column = 0; column < columns; ++column) {
+      cells[column] = latest = cells[column] != 0 ? cells[column] : latest;
+    }
+  }
+}
+
 }  // namespace
 
 const FlatTIN::Index& FlatTIN::index() const {
@@ -41,14 +55,15 @@ const FlatTIN::Index& FlatTIN::index() const {
   std::vector<NumberedBox> boxes;
   std::vector<NumberedBox> farBoxes;
   reserveLarge(boxes, records_.size());
-  for (int tri = 1; tri <= triangleCount(); ++tri) {
-    const Corners* c = corners(tri);
-    if (c != nullptr && isFinite(*c)) boxes.push_back({boxOf(*c), static_cast<Number>(tri)});
+  for (int slot = 1; slot <= triangleCount(); ++slot) {
+    const Corners* c = cornersAt(slot);
+    if (c != nullptr && isFinite(*c)) boxes.push_back({boxOf(*c), static_cast<Number>(slot)});
   }
   const AreaReach reach(boundsOf(boxes));
   for (NumberedBox& item : boxes) {
-    const Corners& c = *corners(static_cast<int>(item.number));
-    if (turn(static_cast<int>(item.number)) == 0) continue;  // the area test accepts nothing there
+    const auto slot = static_cast<int>(item.number);
+    const Corners& c = *cornersAt(slot);
+    if (at(slot).turn == 0) continue;  // the area test accepts nothing there
     const double parts = reach.partsBeyond(item.box, areaOf(c.p[0], c.p[2], c.p[1]));
     const Box widened = AreaReach::widened(item.box, parts);
     if (parts <= kPartBeyond) {
@@ -65,19 +80,18 @@ const FlatTIN::Starts& FlatTIN::starts() const {
   if (starts_ != nullptr) return *starts_;
   auto made = std::make_unique<Starts>();
   Box bounds{0, 0, 0, 0};
-  for (int tri = 1; tri <= triangleCount(); ++tri) {
-    const Box box = boxOf(record(tri).corners);
-    bounds = tri == 1 ? box : unionOf(bounds, box);
+  for (int slot = 1; slot <= triangleCount(); ++slot) {
+    const Box box = boxOf(at(slot).corners);
+    bounds = slot == 1 ? box : unionOf(bounds, box);
   }
   made->grid = CellGrid(bounds, triangleCount());
-  made->triangles = largeVector<Number>(made->grid.size());
-  for (int tri = 1; tri <= triangleCount(); ++tri) {
-    const Position* p = record(tri).corners.p;
+  made->slots = largeVector<Number>(made->grid.size());
+  for (int slot = 1; slot <= triangleCount(); ++slot) {
+    const Position* p = at(slot).corners.p;
     const Position middle{(p[0].x + p[1].x + p[2].x) / 3, (p[0].y + p[1].y + p[2].y) / 3};
-    if (made->grid.covers(middle)) made->triangles[made->grid.cellOf(middle)] = static_cast<Number>(tri);
+    if (made->grid.covers(middle)) made->slots[made->grid.cellOf(middle)] = static_cast<Number>(slot);
   }
-  Number latest = 1;
-  for (Number& start : made->triangles) start = latest = start != 0 ? start : latest;
+  fillGaps(made->grid, made->slots);
   starts_ = std::move(made);
   return *starts_;
 }

@@ -1,12 +1,14 @@
 // Which triangle holds a point: a walk from triangle to triangle, and behind it a scan of all of them. Both name the
 // triangle that they are said to name, but need not be carried out where it is known otherwise.
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <limits>
 #include <unordered_set>
 
 #include <OrvikDTMAlgorithm/tin/FlatTIN.h>
 #include <OrvikDTMAlgorithm/tin/Orientation.h>
+#include <OrvikDTMAlgorithm/tin/Prefetch.h>
 #include <OrvikDTMAlgorithm/tin/SideOfLine.h>
 
 inline namespace OrvikDTM {
@@ -41,34 +43,76 @@ struct FlatTIN::ScanOrder {
   int first;
 };
 
-bool FlatTIN::holds(int tri, double x, double y) const {
-  const Corners* c = corners(tri);
-  const Position p{x, y};
+bool FlatTIN::holdsAt(int slot, const Position& p) const {
+  const Corners* c = cornersAt(slot);
   if (c == nullptr || !isFinite(p)) return false;
-  const int inward = turn(tri);
+  const int inward = at(slot).turn;
   if (inward == 0) return false;
   return orientation(c->p[0], c->p[1], p) * inward >= 0 && orientation(c->p[1], c->p[2], p) * inward >= 0 &&
          orientation(c->p[2], c->p[0], p) * inward >= 0;
 }
 
-bool FlatTIN::acceptsByArea(int tri, double x, double y) const {
-  const Corners* c = corners(tri);
-  if (c == nullptr || turn(tri) == 0) return false;  // a flat triangle would accept its whole line
-  return areaTestAccepts(c->p[0], c->p[2], c->p[1], {x, y});
+bool FlatTIN::holdsStrictlyAt(int slot, const Position& p) const {
+  const Corners* c = cornersAt(slot);
+  const int inward = at(slot).turn;
+  return c != nullptr && inward != 0 && orientation(c->p[0], c->p[1], p) == inward &&
+         orientation(c->p[1], c->p[2], p) == inward && orientation(c->p[2], c->p[0], p) == inward;
+}
+
+bool FlatTIN::acceptsAt(int slot, const Position& p) const {
+  const Corners* c = cornersAt(slot);
+  if (c == nullptr || at(slot).turn == 0) return false;  // a flat triangle would accept its whole line
+  return areaTestAccepts(c->p[0], c->p[2], c->p[1], p);
 }
 
 // ---- the walk
 
-// The triangle that the walk goes to from `tri`: across the first edge that has p on its far side by more than the side
-// test's tolerance, else across the first that has it there at all; 0 when there is none. Stops where p is held.
+// Wherever the walk goes next, and the next query after it if it is for a place near this one.
+void FlatTIN::prefetchNeighbours(const Record& record) const {
+  for (const int next : record.next) {
+    const Record& neighbour = at(std::max(next, 1));
+    prefetch(&neighbour);
+    prefetch(&neighbour.corners.p[2]);  // the next cache line
+  }
+}
+
+// The triangle that the walk goes to from `slot`: across the first edge that has p on its far side by more than the
+// side test's tolerance, else across the first that has it there at all; 0 when there is none. Stops where p is held.
 //
-// The cross products of the side test are those by which orientation() decides, so each edge is computed once.
-int FlatTIN::nextOnWalk(int tri, const Position& p, bool& isHeld) const {
-  const Record& r = record(tri);
+// The cross products of the side test are those by which orientation() decides, so each edge is computed once. Most
+// triangles are plain and most points on no line, so that far sides are where edges lead out; which edge it is is not
+// branched upon, for that cannot be predicted.
+int FlatTIN::nextOnWalk(int slot, const Position& p, bool& isHeld) const {
+  const Record& r = at(slot);
+  prefetchNeighbours(r);
+  unsigned sure = 0;
+  unsigned beyond = 0;
+  unsigned beyondTolerance = 0;
+  for (unsigned which = 0; which < kEdgesOfTriangle; ++which) {
+    const Way& way = r.ways[which];
+    const CrossProduct cross = crossProduct(r.corners.p[way.from], r.corners.p[way.to], p);
+    const double outward = way.leavesToTheLeft != 0 ? cross.value : -cross.value;
+    const bool leadsOn = r.next[which] != 0;
+    sure |= static_cast<unsigned>(cross.isSure) << which;
+    beyond |= static_cast<unsigned>(outward > 0) << which;
+    beyondTolerance |= (static_cast<unsigned>(outward > kLineTolerance) & static_cast<unsigned>(leadsOn)) << which;
+  }
+  constexpr unsigned kAll = (1u << kEdgesOfTriangle) - 1;
+  if (r.isPlain && sure == kAll) {
+    isHeld = beyond == 0;
+    if (beyondTolerance != 0) return r.next[std::countr_zero(beyondTolerance)];
+    if (isHeld) return 0;
+  }
+  return nextOnWalkWithCare(slot, p, isHeld);
+}
+
+// The same whatever the triangle and wherever the point.
+int FlatTIN::nextOnWalkWithCare(int slot, const Position& p, bool& isHeld) const {
+  const Record& r = at(slot);
   isHeld = false;
   if (r.isOdd) {
-    isHeld = holds(tri, p.x, p.y);
-    return isHeld ? 0 : nextOnWalkFromOdd(tri, p);
+    isHeld = holdsAt(slot, p);
+    return isHeld ? 0 : nextOnWalkFromOdd(slot, p);
   }
   const Position* corner = r.corners.p;
   bool isOutside = r.turn == 0;
@@ -94,15 +138,15 @@ int FlatTIN::nextOnWalk(int tri, const Position& p, bool& isHeld) const {
   return isHeld ? 0 : beyond;
 }
 
-int FlatTIN::nextOnWalkFromOdd(int tri, const Position& p) const {
+int FlatTIN::nextOnWalkFromOdd(int slot, const Position& p) const {
   for (int which = 0; which < kEdgesOfTriangle; ++which) {
-    const OddEdge edge = edgeOf(tri, which);
+    const OddEdge edge = edgeAt(slot, which);
     if (!edge.isWhole || edge.next == 0) continue;
     const detail::Side side = sideOfLineRelative(edge.start.x, edge.start.y, edge.end.x, edge.end.y, p.x, p.y);
     if (side == (edge.leavesToTheLeft ? kLeft : kRight)) return edge.next;
   }
   for (int which = 0; which < kEdgesOfTriangle; ++which) {
-    const OddEdge edge = edgeOf(tri, which);
+    const OddEdge edge = edgeAt(slot, which);
     if (!edge.isWhole || edge.next == 0) continue;
     if (orientation(edge.start, edge.end, p) == (edge.leavesToTheLeft ? 1 : -1)) return edge.next;
   }
@@ -111,19 +155,19 @@ int FlatTIN::nextOnWalkFromOdd(int tri, const Position& p) const {
 
 // The way out of a flat triangle, beside a repeat, for a point on its line, to which no side leads: over the flat
 // triangles next to it to one with an area, if possible one that holds the point; 0 when there is none.
-int FlatTIN::beyondFlat(int tri, const Position& p) const {
-  std::vector<int> flat{tri};
-  std::unordered_set<int> seen{tri};
+int FlatTIN::beyondFlat(int slot, const Position& p) const {
+  std::vector<int> flat{slot};
+  std::unordered_set<int> seen{slot};
   int firstFound = 0;
   for (std::size_t i = 0; i < flat.size(); ++i) {
     for (int which = 0; which < kEdgesOfTriangle; ++which) {
-      const int next = neighbour(flat[i], which);
+      const int next = edgeAt(flat[i], which).next;
       if (next == 0 || !seen.insert(next).second) continue;
-      if (isFlat(next)) {
+      if (isFlatAt(next)) {
         flat.push_back(next);
         continue;
       }
-      if (holds(next, p.x, p.y)) return next;
+      if (holdsAt(next, p)) return next;
       if (firstFound == 0) firstFound = next;
     }
   }
@@ -139,13 +183,13 @@ void FlatTIN::goOn(Walk& walk, const Position& p, int moves) const {
       return;
     }
     bool isHeld = false;
-    int next = nextOnWalk(walk.tri, p, isHeld);
+    int next = nextOnWalk(walk.slot, p, isHeld);
     if (isHeld) {
       walk.state = Walk::State::kFound;
       return;
     }
-    if (next == 0 && !walk.hasLeftFlat && isFlat(walk.tri)) {
-      next = beyondFlat(walk.tri, p);
+    if (next == 0 && !walk.hasLeftFlat && isFlatAt(walk.slot)) {
+      next = beyondFlat(walk.slot, p);
       walk.hasLeftFlat = true;
       walk.mark = 0;  // it may come back and leave it another way
     }
@@ -153,7 +197,7 @@ void FlatTIN::goOn(Walk& walk, const Position& p, int moves) const {
       walk.state = Walk::State::kStuck;
       return;
     }
-    walk.tri = next;
+    walk.slot = next;
     --walk.movesLeft;
     watchForCircle(walk);
   }
@@ -161,30 +205,40 @@ void FlatTIN::goOn(Walk& walk, const Position& p, int moves) const {
 
 void FlatTIN::watchForCircle(Walk& walk) {
   ++walk.movesSinceMark;
-  if (walk.tri == walk.mark) walk.movesLeft %= walk.movesSinceMark;
+  if (walk.slot == walk.mark) walk.movesLeft %= walk.movesSinceMark;
   if (walk.movesSinceMark < walk.movesToNextMark) return;
-  walk.mark = walk.tri;
+  walk.mark = walk.slot;
   walk.movesSinceMark = 0;
   walk.movesToNextMark *= 2;
 }
 
+// Whether p is not farther than a few extents away from the triangle, so that walking there is worth while.
+bool FlatTIN::isNear(int slot, const Position& p) const {
+  constexpr double kExtents = 3.0;
+  const Position* c = at(slot).corners.p;
+  const double extent =
+      std::fabs(c[1].x - c[0].x) + std::fabs(c[1].y - c[0].y) + std::fabs(c[2].x - c[0].x) + std::fabs(c[2].y - c[0].y);
+  return std::fabs(p.x - c[0].x) + std::fabs(p.y - c[0].y) <= kExtents * extent;
+}
+
 // ---- what the index knows
 
-// The triangle that holds p, by a walk from a triangle near it; 0 when that does not find it soon.
+// The slot of a triangle that holds p, by a walk from a triangle near it; 0 when that does not find it soon.
 int FlatTIN::fromStart(const Position& p) const {
   const Starts& near = starts();
   if (!near.grid.covers(p)) return 0;
-  Walk walk = walkFrom(static_cast<int>(near.triangles[near.grid.cellOf(p)]));
+  Walk walk = walkFrom(static_cast<int>(near.slots[near.grid.cellOf(p)]));
   goOn(walk, p, kMovesFromStart);
-  return walk.state == Walk::State::kFound ? walk.tri : 0;
+  return walk.state == Walk::State::kFound ? walk.slot : 0;
 }
 
 FlatTIN::Holders FlatTIN::holdersOf(const Position& p, const ScanOrder& order) const {
   Holders result;
-  visitBoxes(p.x, p.y, p.x, p.y, [&](int tri) {
-    if (!holds(tri, p.x, p.y)) return;
+  index().boxes.visit({p.x, p.y, p.x, p.y}, [&](Number number) {
+    const auto slot = static_cast<int>(number);
+    if (!holdsAt(slot, p)) return;
     ++result.count;
-    if (result.first == 0 || order.placeOf(tri) < order.placeOf(result.first)) result.first = tri;
+    if (result.first == 0 || order.placeOf(numberOf(slot)) < order.placeOf(numberOf(result.first))) result.first = slot;
   });
   return result;
 }
@@ -197,26 +251,27 @@ FlatTIN::Holders FlatTIN::holdersOf(const Position& p) const {
   if (place == HullRing::Place{false, 0}) return {};
   if (place == HullRing::Place{false, 1}) {
     const int found = fromStart(p);
-    if (found != 0) return {found, holdsStrictly(found, p) ? 1 : 2};
+    if (found != 0) return {found, holdsStrictlyAt(found, p) ? 1 : 2};
   }
   return holdersOf(p, anyOrder);
 }
 
-// The first triangle, in scan order, that the area test accepts p in; 0 when there is none. Only at places outside the
-// index's domain, which is large, every triangle is tested.
+// The slot of the first triangle, in scan order, that the area test accepts p in; 0 when there is none. Only at places
+// outside the index's domain, which is large, every triangle is tested.
 int FlatTIN::firstAccepting(const Position& p, const ScanOrder& order) const {
   int found = 0;
-  const auto test = [&](int tri) {
-    if (found != 0 && order.placeOf(tri) > order.placeOf(found)) return;
-    if (acceptsByArea(tri, p.x, p.y)) found = tri;
+  const auto test = [&](Number number) {
+    const auto slot = static_cast<int>(number);
+    if (found != 0 && order.placeOf(numberOf(slot)) > order.placeOf(numberOf(found))) return;
+    if (acceptsAt(slot, p)) found = slot;
   };
   if (!index().reach.isInDomain(p)) {
-    for (int tri = 1; tri <= triangleCount(); ++tri) test(tri);
+    for (Number slot = 1; slot <= records_.size(); ++slot) test(slot);
     return found;
   }
   const Box here{p.x, p.y, p.x, p.y};
-  index().boxes.visit(here, [&test](Number tri) { test(static_cast<int>(tri)); });
-  index().farBoxes.visit(here, [&test](Number tri) { test(static_cast<int>(tri)); });
+  index().boxes.visit(here, test);
+  index().farBoxes.visit(here, test);
   return found;
 }
 
@@ -247,28 +302,28 @@ int FlatTIN::locate(double x, double y, int& last) const {
   if (triangleCount() == 0 || hull_ == nullptr || !isFinite(p)) return 0;
   if (hull_->isInvalid()) return scan(x, y, last);
   if (!hullCells_.placeOf(*hull_, p).isWithin()) return 0;
-  Walk walk = walkFrom(exists(last) ? last : 1);
-  goOn(walk, p, kMovesToNear);
+  Walk walk = walkFrom(slotOf(exists(last) ? last : 1));
+  if (isNear(walk.slot, p)) goOn(walk, p, kMovesToNear);
   if (walk.state == Walk::State::kOnTheWay) {
     const Holders holders = holdersOf(p);
-    if (holders.count == 1) return last = holders.first;
+    if (holders.count == 1) return last = numberOf(holders.first);
     if (holders.count > 1) goOn(walk, p, std::numeric_limits<int>::max());
   }
-  return walk.state == Walk::State::kFound ? last = walk.tri : scan(x, y, last);
+  return walk.state == Walk::State::kFound ? last = numberOf(walk.slot) : scan(x, y, last);
 }
 
 int FlatTIN::locate(double x, double y, int start, int& last) const {
   if (start == 0) return locate(x, y, last);
   const Position p{x, y};
   if (!exists(start) || !isFinite(p)) return 0;
-  Walk walk = walkFrom(start);
+  Walk walk = walkFrom(slotOf(start));
   goOn(walk, p, kMovesToNear);
   if (walk.state == Walk::State::kOnTheWay) {
     // A walk to a place outside can lead to no triangle but one in which the area test accepts it.
     if (holdersOf(p).count == 0 && firstAccepting(p, ScanOrder(start, triangleCount())) == 0) return 0;
     goOn(walk, p, std::numeric_limits<int>::max());
   }
-  return walk.state == Walk::State::kFound || acceptsByArea(walk.tri, x, y) ? walk.tri : 0;
+  return walk.state == Walk::State::kFound || acceptsAt(walk.slot, p) ? numberOf(walk.slot) : 0;
 }
 
 int FlatTIN::scan(double x, double y, int& last) const {
@@ -278,9 +333,10 @@ int FlatTIN::scan(double x, double y, int& last) const {
   const ScanOrder order(last, triangleCount());
   Holders holders = holdersOf(p);
   if (holders.count > 1) holders = holdersOf(p, order);
-  if (holders.count > 0) return last = holders.first;
-  const int accepting = acceptsByArea(last, x, y) ? last : firstAccepting(p, order);
-  return accepting == 0 ? 0 : last = accepting;
+  if (holders.count > 0) return last = numberOf(holders.first);
+  if (acceptsByArea(last, x, y)) return last;
+  const int accepting = firstAccepting(p, order);
+  return accepting == 0 ? 0 : last = numberOf(accepting);
 }
 
 }  // namespace detail

@@ -120,7 +120,7 @@ bool sameBits(double a, double b) {
   return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b) || (std::isnan(a) && std::isnan(b));
 }
 
-void expectTheTrianglesOfTheSlowWay(CEType& tin, std::uint64_t seed, int queries = 400) {
+void expectTheTrianglesOfTheSlowWay(CEType& tin, std::uint64_t seed, int queries = 150) {
   slow::Location reference(tin);
   Places places(tin, seed);
   inputs::Random random(seed + 1);
@@ -147,8 +147,8 @@ void expectTheTrianglesOfTheSlowWay(CEType& tin, std::uint64_t seed, int queries
 class LocationOnEveryKind : public testing::TestWithParam<inputs::Kind> {};
 
 TEST_P(LocationOnEveryKind, NamesTheTriangleOfTheSlowWay) {
-  for (const int size : {3, 4, 7, 40, 300}) {
-    for (std::uint64_t seed = 1; seed <= 4; ++seed) {
+  for (const int size : {3, 5, 40, 200}) {
+    for (std::uint64_t seed = 1; seed <= 2; ++seed) {
       const OwnedPoints points(inputs::make(GetParam(), seed, size).points);
       const auto tin = support::triangulate(points);
       if (tin != nullptr) expectTheTrianglesOfTheSlowWay(*tin, seed);
