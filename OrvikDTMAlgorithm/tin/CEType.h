@@ -28,6 +28,11 @@ class TList;
 class Triangle3;
 struct RangePoint;
 
+namespace detail {
+class Facets;
+struct Facet;
+}  // namespace detail
+
 // Figures of a whole surface: areas in plan (2D) and along the surface (3D), hull lengths, lowest and highest
 // elevation.
 struct TINMeasures {
@@ -171,7 +176,9 @@ class ORVIKDTM_API CEType {
   static CEType* initCETypeFromLandXml(const char* path);
 
  private:
-  friend class Surface;           // knows the local origin
+  friend class Surface;         // knows the local origin
+  friend class detail::Facets;  // what exact volumes are measured on
+  friend struct detail::Facet;
   friend struct CETypeInternals;  // the tests' way in
 
   // The corners of a triangle: the ends of its first edge, then the end of its second edge that is neither. False when
