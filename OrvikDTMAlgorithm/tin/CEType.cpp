@@ -21,14 +21,19 @@ CEType::~CEType() {
   for (TPoint* p : rangeList_) delete p;
 }
 
-void CEType::setCList(ConvexList* hull) { hullList_ = hull; }
+void CEType::setCList(ConvexList* hull) {
+  forgetCopy();
+  hullList_ = hull;
+}
 
 void CEType::setEList(EList* edges) {
+  forgetCopy();
   triangle3Pending_ = false;  // the old list may be gone already
   edgeList_ = edges;
 }
 
 void CEType::setTList(TList* triangles) {
+  forgetCopy();
   triangle3Pending_ = false;
   triangleList_ = triangles;
 }

@@ -6,7 +6,9 @@
 // 3. A CEType owns its three lists and its boundary points. The points of its edges belong to whoever built it, save
 //    those handed over with holdPoints().
 // 4. Copies are shallow: the copy refers to the same lists and boundary points; destroy only one of the two.
-// 5. Not for several threads at once: even queries remember where they ended.
+// 5. Queries of places and heights run on a copy of the lists that the first of them makes. They notice when a list is
+//    replaced or its length changes; after changing elements or points in place, call setEList(getEList()).
+// 6. Not for several threads at once: even queries remember where they ended.
 #pragma once
 
 #include <array>
@@ -29,7 +31,8 @@ class Triangle3;
 struct RangePoint;
 
 namespace detail {
-class Facets;
+class FlatTIN;
+class HullRing;
 struct Facet;
 }  // namespace detail
 
@@ -176,9 +179,9 @@ class ORVIKDTM_API CEType {
   static CEType* initCETypeFromLandXml(const char* path);
 
  private:
-  friend class Surface;         // knows the local origin
-  friend class detail::Facets;  // what exact volumes are measured on
-  friend struct detail::Facet;
+  friend class Surface;           // knows the local origin
+  friend class detail::FlatTIN;   // copies what the lists hold
+  friend struct detail::Facet;    // likewise, for exact volumes
   friend struct CETypeInternals;  // the tests' way in
 
   // The corners of a triangle: the ends of its first edge, then the end of its second edge that is neither. False when
@@ -192,18 +195,8 @@ class ORVIKDTM_API CEType {
   TEdge* edgeOf(int tri, int which) const;
   int triangleCount() const;
 
-  void initVertexList();
-  bool containPoint(double x, double y);
-  bool holds(int tri, const TPoint& p) const;
-  bool acceptsByArea(int tri, const TPoint& p) const;
-  bool isFlat(int tri) const;
-  int beyondFlat(int tri, const TPoint& p) const;
-  int nextOnWalk(int tri, const TPoint& p) const;
-  struct WalkEnd {
-    int found;
-    int last;
-  };
-  WalkEnd walk(int start, const TPoint& p) const;
+  const detail::FlatTIN& flat() const;
+  void forgetCopy();
   double getHeightByNumXY(int tri, double x, double y) const;
   int countInfinite(double x, double y, double z) const;
 
@@ -214,8 +207,12 @@ class ORVIKDTM_API CEType {
   TList* triangleList_;
   std::vector<TPoint*> rangeList_;
   std::vector<std::shared_ptr<Triangle3>> triangle3List_;
-  std::vector<TPoint> vertexList_;
-  int vertexListInvalid_ = 0;
+  // The hull as a ring, which the first question whether a point lies within it settles for good, and the copy that
+  // queries run on. The copy is dropped with the lists it was made from, and made again when their lengths have
+  // changed.
+  mutable std::shared_ptr<const detail::HullRing> hullRing_;
+  bool hullRingIsSettled_ = false;
+  mutable std::shared_ptr<const detail::FlatTIN> flat_;
   int lastTriangleNo_ = 1;
 
   // Set where the construction worked relative to a local origin.
