@@ -53,7 +53,7 @@ extern "C" {
 #include <stdbool.h>
 #include <stdint.h>
 
-enum { kNameSize = 24 }; /* of a name in a record: at most 23 bytes, zeros behind them */
+enum { ORVIKDTM_NAME_SIZE = 24 }; /* of a name in a record: at most 23 bytes, zeros behind them */
 
 /* A library of surfaces, and a surface: known by their pointers only. */
 typedef struct DTMSurfaceLib DTMSurfaceLib;
@@ -61,8 +61,8 @@ typedef struct DTMSurface DTMSurface;
 
 /* A survey point. */
 typedef struct SurfacePoint {
-  char surfaceName[kNameSize];
-  char pointName[kNameSize];
+  char surfaceName[ORVIKDTM_NAME_SIZE];
+  char pointName[ORVIKDTM_NAME_SIZE];
   double n;
   double e;
   double z;
@@ -70,7 +70,7 @@ typedef struct SurfacePoint {
 
 /* A vertex of the boundary; its z is kept, but a boundary lies in plan. */
 typedef struct RangePoint {
-  char name[kNameSize];
+  char name[ORVIKDTM_NAME_SIZE];
   double n;
   double e;
   double z;
@@ -88,12 +88,12 @@ typedef struct FillCutResult {
   double cutThreeDArea;
   double fillVolume;
   double cutVolume;
-  char surfaceName[kNameSize];
+  char surfaceName[ORVIKDTM_NAME_SIZE];
   double twoDArea;
   double threeDArea;
   double perimeterTwoD;
   double perimeterThreeD;
-  char refSurfaceName[kNameSize]; /* empty when measured against a level */
+  char refSurfaceName[ORVIKDTM_NAME_SIZE]; /* empty when measured against a level */
 } FillCutResult;
 
 /* A line of a preview, x = easting, y = northing. */
