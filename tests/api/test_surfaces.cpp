@@ -253,11 +253,12 @@ TEST_F(FlatSurfaces, AFolderIsLoadedByType) {
 // One bad file among good ones, of the kind whose reader reports by an exception.
 TEST_F(FlatSurfaces, ALandXmlFileThatDoesNotFitIsPassedOver) {
   newDTMSurfaceLib();
-  const std::string head = "<LandXML><Surfaces><Surface name=\"S\"><Definition><Pnts>";
-  const std::string points = "<P id=\"1\">0 0 1</P><P id=\"2\">0 10 2</P><P id=\"3\">10 0 3</P></Pnts><Faces><F>";
-  const std::string tail = "</F></Faces></Definition></Surface></Surfaces></LandXML>";
-  fill("a.xml", head + points + "1 2 9" + tail);
-  fill("b.xml", head + points + "1 2 3" + tail);
+  const std::string points =
+      "<LandXML><Surfaces><Surface name=\"S\"><Definition><Pnts><P id=\"1\">0 0 1</P><P id=\"2\">0 10 2</P>"
+      "<P id=\"3\">10 0 3</P></Pnts>";
+  const std::string tail = "</Definition></Surface></Surfaces></LandXML>";
+  fill("a.xml", points + tail);  // points, but no faces
+  fill("b.xml", points + "<Faces><F>1 2 3</F></Faces>" + tail);
   registerAll();
   getSurfaceByPath(folder_.c_str(), ".xml");
   EXPECT_EQ(1u, handed.surfaces.size());
