@@ -64,11 +64,8 @@ int deleteRangePoint(unsigned int index) {
 
 int loadRangePointFile(const char* path, bool* first, bool* second) {
   return guarded([&] {
-    bool unwanted = false;
-    bool* firstSwitch = first == nullptr ? &unwanted : first;
-    bool* secondSwitch = second == nullptr ? &unwanted : second;
     auto& vertices = flatState().rangePoints;
-    if (!DTMFileOperation().loadRangePointFile(path, firstSwitch, secondSwitch, vertices)) return 0;
+    if (!DTMFileOperation().loadRangePointFile(path, first, second, vertices)) return 0;
     const int found = vertices.empty() ? 0 : 1;
     handOutVertices();
     return found;

@@ -62,6 +62,9 @@ class ORVIKDTM_API DTMFileOperation {
                              const char* labels, const char* path);
   bool exportVolumeTxtReport(const FillCutResult* result, const DTMSurface* surface, const char* refName,
                              const char* labels, const char* path);
+
+ private:
+  static bool loadSurfaceFile(const char* path, DTMSurface& surface);
 };
 
 }  // namespace OrvikDTM
