@@ -25,6 +25,19 @@ std::unique_ptr<SurfacePoint> newPoint(const char* name, double n, double e, dou
   return point;
 }
 
+// Appends a point, which is the surface's then, unless memory runs out before its list has taken it.
+int append(DTMSurface& surface, std::unique_ptr<SurfacePoint> point) {
+  const int length = surface.getPointsNumber();
+  try {
+    surface.addSurfacePoint(point.get(), kAppend);
+  } catch (...) {
+    if (surface.getPointsNumber() > length) static_cast<void>(point.release());
+    throw;
+  }
+  static_cast<void>(point.release());
+  return 1;
+}
+
 // Whether a surface is still in its library, where it was as a rule.
 bool holds(const DTMSurfaceLib& library, const DTMSurface* surface, unsigned int expected) {
   if (library.getSurface(expected) == surface) return true;
@@ -68,9 +81,7 @@ void handOutCopies(const std::vector<SurfacePoint*>& points) {
 }  // namespace
 
 int addSurfacePoint(unsigned int index, const char* pointName, double n, double e, double z) {
-  return withSurface(index, [&](DTMSurface& surface) {
-    return surface.addSurfacePoint(newPoint(pointName, n, e, z).release(), kAppend);
-  });
+  return withSurface(index, [&](DTMSurface& surface) { return append(surface, newPoint(pointName, n, e, z)); });
 }
 
 int updateSurfacePoint(unsigned int index, unsigned int pointIndex, const char* pointName, double n, double e,
