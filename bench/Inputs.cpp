@@ -64,6 +64,12 @@ Cloud moved(Cloud cloud, double dx, double dy) {
   return cloud;
 }
 
+// Another surface over the same ground: higher on the whole, lower in places.
+Cloud changed(Cloud cloud) {
+  for (TPoint& p : cloud) p.setZ(p.getZ() + 3.5 + 6.0 * std::sin(p.getX() / 40.0) * std::sin(p.getY() / 55.0));
+  return cloud;
+}
+
 Cloud grid(int side, double angle) {
   const double c = std::cos(angle);
   const double s = std::sin(angle);
@@ -146,6 +152,8 @@ const std::map<std::string, std::function<Cloud()>>& makers() {
       {"uniform_20k", [] { return uniform(20'000, 3); }},
       {"uniform_500k", [] { return uniform(500'000, 4); }},
       {"uniform_1m", [] { return uniform(1'000'000, 5); }},
+      {"changed_100k", [] { return changed(uniform(100'000, 9)); }},
+      {"changed_1m", [] { return changed(uniform(1'000'000, 10)); }},
       {"uniform_1m_offset", [] { return moved(uniform(1'000'000, 5), kFarEasting, kFarNorthing); }},
       {"grid_1m", [] { return grid(1000, 0.0); }},
       {"grid_1m_rotated", [] { return grid(1000, 0.3); }},

@@ -17,10 +17,10 @@ using Cloud = std::vector<TPoint>;
 //   uniform_<10k|100k|200k|500k|1m>   random positions on 1 km x 1 km; without a suffix any road may be taken
 //   uniform_<10k|100k|200k>_sweep     with a seed on which the radial sweep stays valid, so its result is what is built
 //   uniform_<100k>_exact              with a seed on which it does not, so the points are triangulated again, exactly
-//   uniform_1m_offset                 uniform_1m moved by (500000, 3000000)
-//   grid_1m, grid_1m_rotated          1000 x 1000 at 1 m; turned by 0.3 rad and rounded to millimetres
-//   scan_lines_1m                     1000 lines of 1000 points flown to and fro, with some jitter
-//   clusters_1m                       1000 gaussian clusters of 1000 points
+//   changed_<100k|1m>                 other random positions on the same square, on terrain that has been filled and
+//   cut uniform_1m_offset                 uniform_1m moved by (500000, 3000000) grid_1m, grid_1m_rotated          1000
+//   x 1000 at 1 m; turned by 0.3 rad and rounded to millimetres scan_lines_1m                     1000 lines of 1000
+//   points flown to and fro, with some jitter clusters_1m                       1000 gaussian clusters of 1000 points
 //   collinear_100k_apex               100,000 points on one sloping line, and one point off it
 //   repeats_1m                        random positions, every twentieth of them a position that came before
 Cloud makeCloud(const std::string& name);

@@ -1,44 +1,34 @@
-// Volumes without sampling: between two surfaces over the same square, surveyed at other positions, and against a
-// level; beside the construction of one of the two in the same run.
+// Volumes without sampling: between two surfaces over the same square and against a level. The memory is that of both
+// surfaces, their clouds and the comparison.
+#include <stdexcept>
+
 #include <OrvikDTMAlgorithm/surface/FillCutResult.h>
 
 #include "Inputs.h"
 #include "Measure.h"
 #include "Model.h"
+#include "PeakMemory.h"
 
 namespace bench {
 
 namespace {
 
-// The surface of a cloud, and another of as many points over the same ground.
-struct Pair {
-  explicit Pair(const std::string& cloud) : ground(cloudNamed(cloud)), later(cloudNamed(cloud)) {
-    // Turned by a quarter, the positions are others and the square is the same.
-    for (TPoint& p : later.points) {
-      const double x = p.getX();
-      p.setX(p.getY());
-      p.setY(kExtent - x);
-    }
-    groundTIN = build(ground);
-    laterTIN = build(later);
-  }
+std::unique_ptr<FillCutResult> exactVolume(CEType& ground, CEType& design) {
+  std::unique_ptr<FillCutResult> result(ground.getFillCutExact(&design));
+  if (result == nullptr || !(result->getFillVolume() > 0)) throw std::runtime_error("the surfaces have no volume");
+  return result;
+}
 
-  static constexpr double kExtent = 1000.0;
-
-  Survey ground;
-  Survey later;
-  std::unique_ptr<CEType> groundTIN;
-  std::unique_ptr<CEType> laterTIN;
-};
-
-using ResultPtr = std::unique_ptr<FillCutResult>;
-
-void measureSurfaces(benchmark::State& state, const std::string& cloud) {
-  const Pair pair(cloud);
+void measureSurfaces(benchmark::State& state, const std::string& groundCloud, const std::string& designCloud) {
+  Survey groundSurvey(cloudNamed(groundCloud));
+  Survey designSurvey(cloudNamed(designCloud));
+  const std::unique_ptr<CEType> ground = build(groundSurvey);
   for ([[maybe_unused]] auto iteration : state) {
-    const ResultPtr result =
-        timed(state, [&pair] { return ResultPtr(pair.groundTIN->getFillCutExact(pair.laterTIN.get())); });
-    state.counters["volume"] = result->getFillVolume() + result->getCutVolume();
+    // A new TIN each time: what an earlier comparison has left behind is not measured.
+    const std::unique_ptr<CEType> design = build(designSurvey);
+    const auto result = timed(state, [&] { return exactVolume(*ground, *design); });
+    state.counters["fill"] = result->getFillVolume();
+    state.counters["cut"] = result->getCutVolume();
   }
 }
 
@@ -47,21 +37,29 @@ void measureLevel(benchmark::State& state, const std::string& cloud) {
   Survey survey(cloudNamed(cloud));
   const std::unique_ptr<CEType> tin = build(survey);
   for ([[maybe_unused]] auto iteration : state) {
-    const ResultPtr result = timed(state, [&tin] { return ResultPtr(tin->getFillCutExact(kLevel)); });
-    state.counters["volume"] = result->getFillVolume() + result->getCutVolume();
+    const auto result = timed(state, [&tin] { return std::unique_ptr<FillCutResult>(tin->getFillCutExact(kLevel)); });
+    state.counters["cut"] = result->getCutVolume();
   }
 }
 
-void addAll(const std::string& cloud) {
-  add("exact_volume/surfaces/" + cloud, iterationsFor(cloud),
-      [cloud](benchmark::State& state) { measureSurfaces(state, cloud); });
-  add("exact_volume/level/" + cloud, iterationsFor(cloud),
-      [cloud](benchmark::State& state) { measureLevel(state, cloud); });
+void compareInChild(const std::string& cloud) {
+  Survey groundSurvey(makeCloud(cloud));
+  Survey designSurvey(makeCloud("changed_1m"));
+  const std::unique_ptr<CEType> ground = build(groundSurvey);
+  const std::unique_ptr<CEType> design = build(designSurvey);
+  benchmark::DoNotOptimize(exactVolume(*ground, *design));
+}
+
+void addAll(const std::string& ground, const std::string& design) {
+  add("exact_volume/surfaces/" + ground, 1,
+      [ground, design](benchmark::State& state) { measureSurfaces(state, ground, design); });
+  add("exact_volume/level/" + ground, 1, [ground](benchmark::State& state) { measureLevel(state, ground); });
 }
 
 [[maybe_unused]] const bool added = [] {
-  addAll("uniform_100k_exact");
-  addAll("uniform_1m");
+  addAll("uniform_100k_exact", "changed_100k");
+  addAll("uniform_1m", "changed_1m");
+  addPeakMemory("exact_volume", "uniform_1m", compareInChild);
   return true;
 }();
 
