@@ -47,7 +47,9 @@ class Pair {
  public:
   Pair() : own_(build(ground_)), reference_(build(design_)) {}
 
-  std::unique_ptr<FillCutResult> compare() { return std::unique_ptr<FillCutResult>(own_->getFillCut(reference_.get())); }
+  std::unique_ptr<FillCutResult> compare() {
+    return std::unique_ptr<FillCutResult>(own_->getFillCut(reference_.get()));
+  }
 
   double pieces() {
     compare();

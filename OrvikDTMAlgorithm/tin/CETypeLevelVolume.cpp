@@ -64,13 +64,20 @@ double prismVolume(double level, const TPoint& p1, const TPoint& p2, const TPoin
   return std::fabs(((p1.getZ() - level) + (p2.getZ() - level) + (p3.getZ() - level)) * area) / 3;
 }
 
+// In plan and along the surface, side by side: the same operations on both.
 struct Lengths {
-  double plan;
-  double spatial;
+  double of[2];
 };
 
 Lengths lengthsOf(const TPoint& p, const TPoint& q) {
-  return {detail::planDistance(p, q), detail::spatialDistance(p, q)};
+  const double dx = q.getX() - p.getX();
+  const double dy = q.getY() - p.getY();
+  const double dz = q.getZ() - p.getZ();
+  const double plan = dx * dx + dy * dy;
+  const double squares[2] = {plan, plan + dz * dz};
+  Lengths lengths;
+  for (int i = 0; i < 2; ++i) lengths.of[i] = std::sqrt(squares[i]);
+  return lengths;
 }
 
 struct Areas {
@@ -79,7 +86,12 @@ struct Areas {
 };
 
 Areas areasOf(const Lengths& a, const Lengths& b, const Lengths& c) {
-  return {detail::planArea(a.plan, b.plan, c.plan), detail::spatialArea(a.spatial, b.spatial, c.spatial)};
+  double products[2];
+  for (int i = 0; i < 2; ++i) products[i] = detail::heronProduct(a.of[i], b.of[i], c.of[i]);
+  products[0] = std::fabs(products[0]);
+  double areas[2];
+  for (int i = 0; i < 2; ++i) areas[i] = std::sqrt(products[i]);
+  return {areas[0], areas[1]};
 }
 
 Areas areasOfEdges(const TEdge& a, const TEdge& b, const TEdge& c) {
@@ -107,8 +119,9 @@ void addSplit(double level, const Split& s, FillAndCut& sums) {
 // Where a triangle lies against the level. One in the level itself is fill, without volume.
 enum class Place { Cut, Fill, Both };
 
-Place placeOf(double level, const TPoint& p1, const TPoint& p2, const TPoint& p3) {
-  const auto [lowest, highest] = std::minmax({p1.getZ(), p2.getZ(), p3.getZ()});
+inline Place placeOf(double level, const TPoint& p1, const TPoint& p2, const TPoint& p3) {
+  const double lowest = std::min(std::min(p1.getZ(), p2.getZ()), p3.getZ());
+  const double highest = std::max(std::max(p1.getZ(), p2.getZ()), p3.getZ());
   if (highest > level && lowest >= level) return Place::Cut;
   if (highest <= level) return Place::Fill;
   return Place::Both;
