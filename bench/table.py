@@ -8,6 +8,13 @@ import sys
 
 MILLISECOND, BYTES_PER_POINT = "ms", "B/point"
 
+# Benchmarks that are about a counter of theirs rather than about their time.
+COUNTERS = {
+    "memory/": ("bytes_per_point", BYTES_PER_POINT),
+    "pieces/": ("ns_per_piece", "ns/piece"),
+    "kept/": ("bytes_per_piece", "B/piece"),
+}
+
 # What is shown, the measurement and what it is divided by, what the ratio (or the measurement itself, where it is divided by
 # nothing) must reach and what it aims at; None where it is for information only.
 UNIFORM = "build/ours/uniform_1m"
@@ -38,6 +45,9 @@ ROWS = [
     ("peak memory, 1 M uniform : CGAL", "memory/ours/uniform_1m", "memory/cgal/uniform_1m", None, None),
     ("destroying 1 M : building it", "destroy/ours/uniform_1m", UNIFORM, 0.1, 0.03),
     ("statistics of 2 M triangles : building", "statistics/ours/uniform_1m", UNIFORM, 0.15, 0.05),
+    ("a level through 2 M triangles : building", "level/ours/uniform_1m", UNIFORM, 0.15, 0.05),
+    ("two surfaces, time a piece", "pieces/ours/jittered_40", None, 250.0, 83.4),
+    ("two surfaces, kept for the drawing list", "kept/ours/jittered_40", None, 24.0, 1.0),
     ("20,000 edits and a height : bulk build", "edits/one_by_one/uniform_20k", "edits/bulk/uniform_20k", 3.0, 1.5),
     ("1 M heights along rows : CGAL, last face", "heights/ours/grid_rows", "heights/cgal/grid_rows", 0.8, 0.36),
     ("1 M heights at random : CGAL's hierarchy", "heights/ours/random", "heights/cgal/random", 0.3, 0.1),
@@ -64,6 +74,10 @@ def name_of(entry):
     return re.sub(r"/(iterations:|repeats:|manual_time).*$", "", entry["run_name"])
 
 
+def counter_of(name):
+    return next((counter for start, counter in COUNTERS.items() if name.startswith(start)), None)
+
+
 def medians_and_errors(report):
     medians, errors = {}, {}
     for entry in report["benchmarks"]:
@@ -71,8 +85,8 @@ def medians_and_errors(report):
         if entry.get("error_occurred"):
             errors[name] = entry["error_message"]
         elif entry.get("aggregate_name") == "median":
-            is_memory = name.startswith("memory/")
-            medians[name] = entry["bytes_per_point"] if is_memory else entry["real_time"]
+            counter = counter_of(name)
+            medians[name] = entry["real_time"] if counter is None else entry[counter[0]]
     return medians, errors
 
 
@@ -91,7 +105,8 @@ def text_of(value, digits):
 def row_cells(row, medians, errors):
     what, ours_name, peer_name, must, aim = row
     ours, peer = medians.get(ours_name), medians.get(peer_name)
-    unit = BYTES_PER_POINT if ours_name.startswith("memory/") else MILLISECOND
+    counter = counter_of(ours_name)
+    unit = MILLISECOND if counter is None else counter[1]
     is_ratio = peer_name is not None
     ratio = ours / peer if is_ratio and ours is not None and peer else None
     verdict = verdict_of(ratio if is_ratio else ours, must, aim)

@@ -16,6 +16,13 @@ inline bool isWhole(const TEdge* edge) {
   return edge != nullptr && edge->getStartPoint() != nullptr && edge->getEndPoint() != nullptr;
 }
 
+// The corner of a triangle that its first edge does not touch: the end of the second edge that is neither of its ends.
+inline TPoint& thirdCorner(const TEdge& first, const TEdge& second) {
+  TPoint* start = second.getStartPoint();
+  const bool startIsKnown = first.getStartPoint()->equals(start) || first.getEndPoint()->equals(start);
+  return startIsKnown ? *second.getEndPoint() : *start;
+}
+
 }  // namespace detail
 
 inline int CEType::triangleCount() const { return triangleList_ == nullptr ? 0 : triangleList_->getListLen(); }
@@ -32,11 +39,7 @@ inline bool CEType::cornersOf(int tri, Corners& corners) const {
   const TEdge* first = edgeOf(tri, 0);
   const TEdge* second = edgeOf(tri, 1);
   if (first == nullptr || second == nullptr) return false;
-  corners.p1 = first->getStartPoint();
-  corners.p2 = first->getEndPoint();
-  TPoint* start = second->getStartPoint();
-  const bool startIsKnown = corners.p1->equals(start) || corners.p2->equals(start);
-  corners.p3 = startIsKnown ? second->getEndPoint() : start;
+  corners = {first->getStartPoint(), first->getEndPoint(), &detail::thirdCorner(*first, *second)};
   return true;
 }
 
