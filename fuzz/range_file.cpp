@@ -24,14 +24,15 @@ void saveAndLoad(bool first, bool second, const Range& range) {
   release(again);
 }
 
-// A hill of 5 x 5 points, 100 m wide.
+// A hill of four triangles, 100 m wide: what is measured within a boundary is cut into pieces by the thousand.
 void addHill(DTMSurface& surface) {
-  for (int i = 0; i < 25; ++i) {
+  constexpr double kCorners[][3] = {{0, 0, 1}, {100, 0, 2}, {100, 100, 0}, {0, 100, 1}, {45, 55, 10}};
+  for (const auto& [e, n, z] : kCorners) {
     auto* point = new SurfacePoint;
-    point->setE(25.0 * (i % 5));
-    point->setN(25.0 * (i / 5));
-    point->setZ(i == 12 ? 10.0 : i % 3);
-    surface.addSurfacePoint(point, static_cast<unsigned long long>(i));
+    point->setE(e);
+    point->setN(n);
+    point->setZ(z);
+    surface.addSurfacePoint(point, static_cast<unsigned long long>(surface.getPointsNumber()));
   }
 }
 
