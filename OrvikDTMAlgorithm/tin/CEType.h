@@ -33,6 +33,7 @@ struct RangePoint;
 namespace detail {
 class FlatTIN;
 class HullRing;
+struct Facet;
 }  // namespace detail
 
 // Figures of a whole surface: areas in plan (2D) and along the surface (3D), hull lengths, lowest and highest
@@ -180,6 +181,7 @@ class ORVIKDTM_API CEType {
  private:
   friend class Surface;           // knows the local origin
   friend class detail::FlatTIN;   // copies what the lists hold
+  friend struct detail::Facet;    // likewise, for exact volumes
   friend struct CETypeInternals;  // the tests' way in
 
   // The corners of a triangle: the ends of its first edge, then the end of its second edge that is neither. False when
