@@ -3,7 +3,6 @@
 // trapezoid goes on for as long as the same two sides bound it. Private.
 #pragma once
 
-#include <cstdint>
 #include <vector>
 
 #include <OrvikDTMAlgorithm/tin/BoxTree.h>

@@ -1,9 +1,10 @@
 // Fill and cut without sampling. Against another network the triangles of both are overlaid, against a level each
 // triangle is a piece by itself; what the boundary cuts through is clipped by its parts. Every piece is then measured
 // as what lies between two planes.
-#include <cmath>
+#include <algorithm>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include <OrvikDTMAlgorithm/surface/FillCutResult.h>
 #include <OrvikDTMAlgorithm/tin/BoundaryParts.h>

@@ -9,6 +9,7 @@
 #include <OrvikDTMAlgorithm/surface/RangePoint.h>
 #include <OrvikDTMAlgorithm/surface/RecordLayout.h>
 #include <OrvikDTMAlgorithm/tin/CEType.h>
+#include <OrvikDTMAlgorithm/tin/Facets.h>
 #include <OrvikDTMAlgorithm/tin/Surface.h>
 #include <OrvikDTMAlgorithm/tin/TList.h>
 #include <OrvikDTMAlgorithm/tin/Triangle3.h>
@@ -555,6 +556,33 @@ TEST(ExactVolume, SliversCannotSpoilTheSum) {
   const Volumes v = exactVolumes(slivers, base);
   EXPECT_NEAR(v.cut, 10000.0, 1e-8);
   EXPECT_NEAR(v.fill, 0.0, 1e-8);
+}
+
+// A needle far thinner than the last digit of what crosses it: its plane is steeper than any rounding can follow.
+TEST(ExactVolume, NeedlesThinnerThanRoundingCannotSpoilTheSum) {
+  inputs::Positions ground = inputs::randomMillimetres(12, 900, 100, -50, -50);
+  for (auto& p : ground) p = {p[0] + p[1] / 3, p[1] - p[0] / 7, 0};
+  const Network base = constructed(ground);
+  for (const double thin : {1e-14, 1e-16, 1e-18, 1e-25, 1e-50, 1e-150, 1e-250}) {
+    SCOPED_TRACE(thin);
+    const Network needle = ofFaces(
+        {{-99, -99, 1}, {99, -99, 1}, {99, 99, 1}, {-99, 99, 1}, {-50, thin, 0}, {1, 2 * thin, 50}, {50, -thin, 0}},
+        {{0, 1, 2}, {0, 2, 3}, {4, 6, 5}});
+    const Volumes v = exactVolumes(needle, base);
+    EXPECT_NEAR(v.cut, v.cutArea, 1e-7);
+    EXPECT_NEAR(v.fill, 0.0, 1e-8);
+    EXPECT_NEAR(exactVolumes(base, needle).fill, v.cut, 1e-8);
+  }
+}
+
+// What rounding puts beside a triangle must not be carried away along its slope.
+TEST(ExactVolume, HeightsOnATriangleStayBetweenThoseOfItsCorners) {
+  const Network steep = ofFaces({{0, 0, 10}, {1, 0, 60}, {1, 1e-6, -40}}, {{0, 1, 2}});
+  detail::Facet facet{};
+  ASSERT_TRUE(detail::Facet::make(*steep.tin, 1, facet));
+  EXPECT_NEAR(facet.rise(0.5, 0, {0, 0}), 25.0, 1e-9);
+  EXPECT_EQ(facet.rise(0.5, 1e-3, {0, 0}), -50.0);
+  EXPECT_EQ(facet.rise(0.5, -1e-3, {0, 0}), 50.0);
 }
 
 TEST(ExactVolume, CoordinatesOfAnySizeComeToAnEnd) {
