@@ -38,7 +38,7 @@ struct Place {
 // triangles, all over the extent and around it, far away, and none at all.
 class Places {
  public:
-  Places(const CEType& tin, std::uint64_t seed) : tin_(tin), random_(seed) {
+  Places(const CEType& tin, std::uint64_t seed) : random_(seed) {
     EList* edges = tin.getEList();
     for (int k = 1; edges != nullptr && k <= edges->getListLen(); ++k) {
       const TEdge* e = edges->findByNum(edges, k);
@@ -107,7 +107,6 @@ class Places {
     return {alongX ? d : within(lowX_, highX_, 0.1), alongX ? within(lowY_, highY_, 0.1) : d * random_.unit()};
   }
 
-  const CEType& tin_;
   inputs::Random random_;
   std::vector<const TEdge*> edges_;
   double lowX_ = 1e300;
