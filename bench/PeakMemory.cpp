@@ -21,6 +21,7 @@ constexpr double kBytesPerKilobyte = 1024.0;
 struct Job {
   std::string cloud;
   void (*work)(const std::string& cloud);
+  int clouds;
 };
 
 std::map<std::string, Job>& jobs() {
@@ -56,17 +57,19 @@ double peakInChild(const std::string& who) {
 }
 
 void measurePeak(benchmark::State& state, const std::string& who) {
-  const std::size_t points = cloudNamed(jobs().at(who).cloud).size();
+  const Job& job = jobs().at(who);
+  const double points = static_cast<double>(cloudNamed(job.cloud).size()) * job.clouds;
   for ([[maybe_unused]] auto iteration : state) {
     const double peak = timed(state, [&who] { return peakInChild(who); });
-    state.counters["bytes_per_point"] = peak / static_cast<double>(points);
+    state.counters["bytes_per_point"] = peak / points;
   }
 }
 
 }  // namespace
 
-void addPeakMemory(const std::string& who, const std::string& cloud, void (*work)(const std::string& cloud)) {
-  jobs()[who] = {cloud, work};
+void addPeakMemory(const std::string& who, const std::string& cloud, void (*work)(const std::string& cloud),
+                   int clouds) {
+  jobs()[who] = {cloud, work, clouds};
   add("memory/" + who + "/" + cloud, 1, [who](benchmark::State& state) { measurePeak(state, who); });
 }
 

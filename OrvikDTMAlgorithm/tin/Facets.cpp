@@ -87,16 +87,19 @@ void Facet::setPlane() {
 Facets::Facets(const CEType& tin) {
   const int count = tin.getTList() == nullptr ? 0 : tin.getTList()->getListLen();
   std::vector<NumberedBox> boxes;
-  reserveLarge(facets_, static_cast<std::size_t>(count));
   reserveLarge(boxes, static_cast<std::size_t>(count));
   Facet facet{};
   for (int tri = 1; tri <= count; ++tri) {
-    if (!Facet::make(tin, tri, facet)) continue;
-    boxes.push_back({facet.box(), static_cast<Number>(facets_.size())});
-    facets_.push_back(facet);
+    if (Facet::make(tin, tri, facet)) boxes.push_back({facet.box(), static_cast<Number>(tri)});
   }
   tree_ = BoxTree(boxes);
-  facets_ = reordered(facets_, tree_.order());
+  boxes = {};
+  // Facets are large: making each a second time is cheaper than holding all of them twice while they are put in order.
+  reserveLarge(facets_, tree_.order().size());
+  for (const Number tri : tree_.order()) {
+    Facet::make(tin, static_cast<int>(tri), facet);
+    facets_.push_back(facet);
+  }
 }
 
 }  // namespace detail

@@ -114,6 +114,12 @@ std::vector<Pair> pairs() {
   add("5,000 points against a level, within a concave boundary", square(5000, 17, hills), nullptr);
   all.back().level = 50.0;
   all.back().boundary = concave;
+  add("200,000 rough points against a level, within a rectangle",
+      square(200000, 18,
+             [](double x, double y) { return hills(x, y) + 0.3 * std::sin(40.0 * x) * std::sin(37.0 * y); }),
+      nullptr);
+  all.back().level = 50.0;
+  all.back().boundary = rectangle;
   return all;
 }
 
