@@ -146,4 +146,11 @@ FillCutResult* DTMSurface::getFillCut(double elevation) {
   return result;
 }
 
+FillCutResult* DTMSurface::getFillCut(CEType* reference) {
+  CEType* model = getCEType();
+  FillCutResult* result = model == nullptr ? nullptr : model->getFillCut(reference);
+  if (result != nullptr) result->setSurfaceName(surfaceName);
+  return result;
+}
+
 }  // namespace OrvikDTM
