@@ -39,6 +39,10 @@ ROWS = [
     ("destroying 1 M : building it", "destroy/ours/uniform_1m", UNIFORM, 0.1, 0.03),
     ("statistics of 2 M triangles : building", "statistics/ours/uniform_1m", UNIFORM, 0.15, 0.05),
     ("20,000 edits and a height : bulk build", "edits/one_by_one/uniform_20k", "edits/bulk/uniform_20k", 3.0, 1.5),
+    ("exact volume, 100 k against 100 k : building one", "exact_volume/surfaces/uniform_100k_exact",
+     "build/ours/uniform_100k_exact", None, None),
+    ("exact volume, 1 M against 1 M : building one", "exact_volume/surfaces/uniform_1m", UNIFORM, None, None),
+    ("exact volume of 2 M triangles, level : building", "exact_volume/level/uniform_1m", UNIFORM, None, None),
     ("topology of 1 M faces : building 500 k", "topology/ours/uniform_500k", "build/ours/uniform_500k", 1.0, 0.5),
 ]
 

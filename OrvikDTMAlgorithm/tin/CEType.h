@@ -32,6 +32,8 @@ class Triangle3;
 struct RangePoint;
 
 namespace detail {
+class Facets;
+struct Facet;
 class FlatTIN;
 class HullRing;
 class SurfaceComparison;
@@ -183,6 +185,8 @@ class ORVIKDTM_API CEType {
  private:
   friend class Surface;           // knows the local origin
   friend class detail::FlatTIN;   // copies what the lists hold
+  friend class detail::Facets;    // what exact volumes are measured on
+  friend struct detail::Facet;
   friend struct CETypeInternals;  // the tests' way in
 
   // The corners of a triangle: the ends of its first edge, then the end of its second edge that is neither. False when
