@@ -8,6 +8,13 @@
 inline namespace OrvikDTM {
 namespace detail {
 
+// What some programs put before a text in UTF-8: no part of its first name.
+inline std::string_view withoutByteOrderMark(std::string_view text) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  return text;
+}
+
 // Takes the first line off `text`, without its line break ("\n" or "\r\n"; the last line may have none). False when
 // nothing is left.
 inline bool takeLine(std::string_view& text, std::string_view& line) {
