@@ -48,6 +48,8 @@ ROWS = [
     ("save 1 M points, by the clock : one write", "save_clock/ours/uniform_1m", "save_clock/at_once/uniform_1m", 1.5, 1.1),
     ("load 1 M points : building", "load/ours/uniform_1m", UNIFORM, 0.5, 0.2),
     ("read 1 M lines of points : building", "read_points/ours/uniform_1m_offset", "build/ours/uniform_1m_offset", 0.5, 0.15),
+    (".sjw of 200 k triangles, there and back : building", "sjw/ours/uniform_100k_sweep", "build/ours/uniform_100k_sweep", 2.0, 0.8),
+    ("LandXML of 50 MB : TinyXML", "landxml/ours/uniform_200k_sweep", "landxml/tinyxml/uniform_200k_sweep", 2.0, 1.3),
 ]
 
 

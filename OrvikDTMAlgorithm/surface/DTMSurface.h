@@ -212,6 +212,7 @@ class ORVIKDTM_API DTMSurface {
   }
   Statistics& latest() const { return keepPromise(), statistics; }
 
+  bool adoptImport(CEType* model, const char* path);
   void promiseModel();
   void buildPromised() const;
   void build() const;
