@@ -91,7 +91,8 @@ void warnOfOutside(const std::string& path, const Polygon& polygon, DTMSurface& 
 // Shortest text that reads back as v.
 void appendNumber(std::string& text, double v) {
   std::array<char, 400> digits{};  // the largest double in fixed notation takes 309
-  text.append(digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), v, std::chars_format::fixed).ptr);
+  text.append(digits.data(),
+              std::to_chars(digits.data(), digits.data() + digits.size(), v, std::chars_format::fixed).ptr);
 }
 
 }  // namespace

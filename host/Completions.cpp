@@ -61,7 +61,8 @@ std::string inQuotes(const std::string& text) {
 }
 
 std::string zshOption(const OptionWords& option) {
-  if (option.isPositional()) return inQuotes(std::string("::").append(zshEscaped(option.names.front())).append(":").append(zshAction(option)));
+  if (option.isPositional())
+    return inQuotes(std::string("::").append(zshEscaped(option.names.front())).append(":").append(zshAction(option)));
   const std::string text = std::string("[").append(zshEscaped(option.text)).append("]");
   std::vector<std::string> forms;
   for (const std::string& name : option.names) {
@@ -74,7 +75,8 @@ std::string zshOption(const OptionWords& option) {
 
 std::string zshArguments(const CommandWords& command, const std::string& indent) {
   std::string out = indent + "_arguments";
-  for (const OptionWords& option : command.options) out.append(" \\\n").append(indent).append("  ").append(zshOption(option));
+  for (const OptionWords& option : command.options)
+    out.append(" \\\n").append(indent).append("  ").append(zshOption(option));
   return out;
 }
 
@@ -98,18 +100,23 @@ std::string bashCompletion(const ProgramWords& words) {
          "  local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} command='' options i\n"
          "  COMPREPLY=()\n"
          "  for ((i = 1; i < COMP_CWORD; ++i)); do\n"
-         "    case ${COMP_WORDS[i]} in " + joined(namesOf(words.commands), "|") +
+         "    case ${COMP_WORDS[i]} in " +
+         joined(namesOf(words.commands), "|") +
          ") command=${COMP_WORDS[i]}; break ;; esac\n"
          "  done\n"
-         "  case $command:$before in\n" + values +
+         "  case $command:$before in\n" +
+         values +
          "  esac\n"
-         "  case $command in\n" + switches +
-         "    *) options='" + switchesOf(words.program) + "' ;;\n"
+         "  case $command in\n" +
+         switches + "    *) options='" + switchesOf(words.program) +
+         "' ;;\n"
          "  esac\n"
          "  if [[ $word == -* ]]; then\n"
          "    COMPREPLY=($(compgen -W \"$options\" -- \"$word\"))\n"
          "  elif [[ -z $command ]]; then\n"
-         "    COMPREPLY=($(compgen -W '" + commands + "' -- \"$word\"))\n"
+         "    COMPREPLY=($(compgen -W '" +
+         commands +
+         "' -- \"$word\"))\n"
          "  else\n"
          "    _orvikdtm_files\n"
          "  fi\n"
@@ -128,9 +135,12 @@ std::string zshCompletion(const ProgramWords& words) {
          "# Completion of orvikdtm for zsh.\n"
          "_orvikdtm() {\n"
          "  local -a commands\n"
-         "  commands=(\n" + list +
+         "  commands=(\n" +
+         list +
          "  )\n"
-         "  if (( CURRENT == 2 )); then\n" + zshArguments(words.program, "    ") + " \\\n"
+         "  if (( CURRENT == 2 )); then\n" +
+         zshArguments(words.program, "    ") +
+         " \\\n"
          "      '1:command:->command'\n"
          "    _describe command commands\n"
          "    return\n"
@@ -138,7 +148,8 @@ std::string zshCompletion(const ProgramWords& words) {
          "  local command=${words[2]}\n"
          "  words=(\"${(@)words[2,-1]}\")\n"
          "  (( CURRENT -= 1 ))\n"
-         "  case $command in\n" + cases +
+         "  case $command in\n" +
+         cases +
          "  esac\n"
          "}\n"
          "_orvikdtm \"$@\"\n";

@@ -64,7 +64,8 @@ std::vector<Place> readPlaces(const std::string& path) {
       places.push_back(placeOf(lines, fields));
     }
   }
-  if (places.empty()) throw console::Failure(shownPath(path) + ": holds no points: write its lines as easting,northing");
+  if (places.empty())
+    throw console::Failure(shownPath(path) + ": holds no points: write its lines as easting,northing");
   if (skipped > 0) {
     console::warn(shownPath(path) + ": " + console::counted(skipped, "line") +
                   " skipped: a point needs easting,northing");

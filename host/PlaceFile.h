@@ -1,5 +1,5 @@
-// Places in plan from a file, a place a line: "easting,northing", "name,easting,northing", "name,code,easting,northing",
-// or a whole survey point, "name,code,easting,northing,elevation".
+// Places in plan from a file, a place a line: "easting,northing", "name,easting,northing",
+// "name,code,easting,northing", or a whole survey point, "name,code,easting,northing,elevation".
 #pragma once
 
 #include <optional>

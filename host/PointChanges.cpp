@@ -55,9 +55,7 @@ class Unmatched {
   }
 
  private:
-  static bool isSame(const SurfacePoint& a, const SurfacePoint& b) {
-    return rounded(a.getZ()) == rounded(b.getZ());
-  }
+  static bool isSame(const SurfacePoint& a, const SurfacePoint& b) { return rounded(a.getZ()) == rounded(b.getZ()); }
 
   const SurfacePoint* take(std::size_t index) {
     taken_[index] = true;
@@ -113,8 +111,8 @@ void addOthers(const std::vector<const SurfacePoint*>& before, const std::vector
 }  // namespace
 
 std::size_t PointChanges::count(Change change) const {
-  return static_cast<std::size_t>(std::count_if(changes.begin(), changes.end(),
-                                                [change](const PointChange& one) { return one.change == change; }));
+  return static_cast<std::size_t>(
+      std::count_if(changes.begin(), changes.end(), [change](const PointChange& one) { return one.change == change; }));
 }
 
 PointChanges compare(const DTMSurface& before, const DTMSurface& after) {

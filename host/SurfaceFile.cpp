@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <filesystem>
+#include <future>
 #include <stdexcept>
 #include <vector>
 
@@ -70,14 +71,17 @@ void requireFinite(const std::string& path, const DTMSurface& surface) {
   }
 }
 
+// The lines are looked through while the library reads them, in a thread that touches nothing of the library: what is
+// wrong with them is told before anything else is.
 void loadPoints(const std::string& path, DTMSurface& surface) {
-  const LineCount count = checkLines(path);
+  progress::show("reading and triangulating " + path, 0.0);
+  std::future<LineCount> check = std::async(std::launch::async, checkLines, path);
+  std::vector<SurfacePoint*> points;  // the surface's own records, listed a second time
+  surface.loadSurfacePointsFile(path.c_str(), points);
+  const LineCount count = check.get();
   requireAnyPoint(path, count);
   warnOfLines(path, count);
   requirePoints(path, count.points);
-  progress::show("reading and triangulating " + path, kChecked);
-  std::vector<SurfacePoint*> points;  // the surface's own records, listed a second time
-  surface.loadSurfacePointsFile(path.c_str(), points);
   if (surface.getPointsNumber() != count.points) {
     fail(path, "changed while it was read, or memory ran out: try again");
   }
@@ -97,7 +101,8 @@ void load(const std::string& path, SurfaceFormat format, DTMSurface& surface) {
     case SurfaceFormat::kPoints:
       return loadPoints(path, surface);
     case SurfaceFormat::kSurfaceFile:
-      loadOther(path, kTtinType, "is not a surface file, or it is damaged: make it again with 'orvikdtm convert'", surface);
+      loadOther(path, kTtinType, "is not a surface file, or it is damaged: make it again with 'orvikdtm convert'",
+                surface);
       return requirePoints(path, surface.getPointsNumber());
     case SurfaceFormat::kTriangles:
       checkTriangleFile(path);

@@ -81,8 +81,7 @@ double longestMove(const PointChanges& changes) {
   double longest = 0.0;
   for (const PointChange& one : changes.changes) {
     if (one.change != Change::kMoved) continue;
-    const double length =
-        std::hypot(one.after->getE() - one.before->getE(), one.after->getN() - one.before->getN());
+    const double length = std::hypot(one.after->getE() - one.before->getE(), one.after->getN() - one.before->getN());
     longest = std::max(longest, length);
   }
   return longest;

@@ -14,7 +14,7 @@ class Info(HostTest):
             "Surface": "tilted",
             "Survey points": "4",
             "Repeated positions": "0",
-            "Points not in the TIN": "0",
+            "Points off the TIN": "0",
             "Triangles": "2",
             "Edges": "5",
             "Hull edges": "4",
