@@ -146,6 +146,11 @@ void warnOfTIN(const std::string& path, SurfaceFormat format, DTMSurface& surfac
 
 }  // namespace
 
+void KeepSurface::operator()(DTMSurface* surface) const {
+  static std::vector<DTMSurface*>& kept = *new std::vector<DTMSurface*>;
+  kept.push_back(surface);
+}
+
 SurfaceFormat formatOf(const std::string& path) {
   if (U::endsWith(path, ".csv") || U::endsWith(path, ".dat")) return SurfaceFormat::kPoints;
   if (U::endsWith(path, ".ttin")) return SurfaceFormat::kSurfaceFile;

@@ -86,6 +86,12 @@ class Info(HostTest):
         self.write("marked.csv", b"\xef\xbb\xbf\n" + TILTED.encode())
         self.assert_done(self.run_host("info", "marked.csv"))
 
+    def test_lines_longer_than_what_is_read_at_once(self):
+        self.write("long.csv", "A," + "c" * 700000 + TILTED[2:] + "x" * 300000 + ",,1050,2025,15")
+        run = self.run_host("info", "long.csv")
+        self.assert_done(run)
+        self.assertEqual(values(run.stdout)["Survey points"], "5")
+
     def test_names_of_surfaces_are_printed_in_full_on_one_line(self):
         for name, printed in (("\u00e9" * 40, "\u00e9" * 40), ("two\nlines", "two?lines")):
             with self.subTest(name=name):
