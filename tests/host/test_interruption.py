@@ -11,15 +11,23 @@ from orvikdtm import PROGRAM, TILTED, HostTest
 
 SIGNALS = (signal.SIGINT, signal.SIGTERM, signal.SIGHUP)
 
+END = b"<end of the terminal's text>"
+
+
+def heed_signals():
+    """Whoever runs the tests may ignore some, and what is ignored is inherited."""
+    for one in SIGNALS:
+        signal.signal(one, signal.SIG_DFL)
+
 
 class Interruption(HostTest):
     def setUp(self):
         super().setUp()
         self.write("tilted.csv", TILTED)
 
-    def start(self, *arguments, **more):
+    def start(self, *arguments, before=heed_signals):
         return subprocess.Popen([PROGRAM, *arguments], cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                                text=True, **more)
+                                text=True, preexec_fn=before)
 
     def test_an_interruption_ends_the_program_as_the_signal_would(self):
         """Standard output is a full pipe, so the program waits in the middle of its results."""
@@ -55,7 +63,7 @@ class Interruption(HostTest):
     def test_a_program_that_was_told_to_ignore_a_signal_does(self):
         self.write("places.csv", "1050,2025\n" * 200000)
         run = self.start("height", "tilted.csv", "--points", "places.csv",
-                         preexec_fn=lambda: signal.signal(signal.SIGHUP, signal.SIG_IGN))
+                         before=lambda: signal.signal(signal.SIGHUP, signal.SIG_IGN))
         run.stdout.read(10)
         run.send_signal(signal.SIGHUP)
         run.communicate(timeout=60)
@@ -68,14 +76,13 @@ class Progress(HostTest):
         master, terminal = pty.openpty()
         run = subprocess.run([PROGRAM, *arguments], cwd=self.folder, stdout=subprocess.PIPE, stderr=terminal,
                              timeout=60, check=False)
-        os.close(terminal)
+        os.write(terminal, END)  # what was written before has arrived when this has
         text = b""
-        try:
-            while piece := os.read(master, 4096):
-                text += piece
-        except OSError:
-            pass  # the terminal's other end is closed
+        while not text.endswith(END):
+            text += os.read(master, 4096)
+        os.close(terminal)
         os.close(master)
+        text = text[: -len(END)]
         return run, text.decode()
 
     def setUp(self):
