@@ -32,10 +32,10 @@ class Triangle3;
 struct RangePoint;
 
 namespace detail {
+struct Facet;
 class FlatTIN;
 class HullRing;
 class SurfaceComparison;
-struct Facet;
 }  // namespace detail
 
 // Figures of a whole surface: areas in plan (2D) and along the surface (3D), hull lengths, lowest and highest
