@@ -11,7 +11,9 @@
 
 #include "Console.h"
 #include "UserText.h"
+#include "commands/Contours.h"
 #include "commands/Info.h"
+#include "commands/Preview.h"
 #include "commands/Volume.h"
 
 namespace {
@@ -35,7 +37,30 @@ void addVolume(CLI::App& app, VolumeOrder& order) {
                    "cut volume, fill volume, plan area, surface area, plan perimeter, surface perimeter,\n"
                    "cut areas, fill areas; English when left out")
       ->type_name("LABELS");
+  command->add_option("--map", order.pictures.map, "Picture of cut and fill to write, .svg")->type_name("FILE");
+  command->add_option("--html", order.pictures.html, "Page with report, map and 3-D view to write, .html")
+      ->type_name("FILE");
   command->footer("Example:\n  orvikdtm volume ground.csv --level 82.5 --report volume.txt");
+}
+
+void addContours(CLI::App& app, ContoursOrder& order) {
+  CLI::App* command = app.add_subcommand("contours", "Draw contour lines, as a picture or for CAD");
+  command->add_option("POINTS", order.pointFile, kPointFileHelp);
+  command->add_option("--interval", order.interval, "Height between two contours, required")->type_name("HEIGHT");
+  command->add_option("--base", order.base, "Elevation that the contours are counted from; 0 when left out")
+      ->type_name("ELEVATION");
+  command->add_option("--output", order.output, "File to write, required: .svg a picture, .dxf lines for CAD")
+      ->type_name("FILE");
+  command->footer("Example:\n  orvikdtm contours ground.csv --interval 0.5 --output contours.dxf");
+}
+
+void addPreview(CLI::App& app, PreviewOrder& order) {
+  CLI::App* command = app.add_subcommand("preview", "Draw the TIN with its hull and contours");
+  command->add_option("POINTS", order.pointFile, kPointFileHelp);
+  command->add_option("--interval", order.interval, "Height between two contours; a fitting one when left out")
+      ->type_name("HEIGHT");
+  command->add_option("--output", order.output, "Picture to write, required: .svg")->type_name("FILE");
+  command->footer("Example:\n  orvikdtm preview ground.csv --output ground.svg");
 }
 
 CLI::App* commandOf(const CLI::App& app) {
@@ -68,9 +93,11 @@ void requireGiven(const CLI::App& command, const std::vector<std::string>& names
 void checkWords(const CLI::App& app) {
   const CLI::App* const command = commandOf(app);
   refuseExtras(app.remaining(true), command != nullptr);
-  if (command == nullptr) throw console::WrongUsage("A command, info or volume, is required");
+  if (command == nullptr) throw console::WrongUsage("A command, info, volume, contours or preview, is required");
   if (command->get_name() == "info") requireGiven(*command, {"FILE"});
   if (command->get_name() == "volume") requireGiven(*command, {"POINTS", "--level", "--report"});
+  if (command->get_name() == "contours") requireGiven(*command, {"POINTS", "--interval", "--output"});
+  if (command->get_name() == "preview") requireGiven(*command, {"POINTS", "--output"});
 }
 
 // False when the program was asked about itself, and has answered.
@@ -103,9 +130,15 @@ int run(int argc, char** argv) {
   order.labels = kEnglishLabels;
   addInfo(app, pointFile);
   addVolume(app, order);
+  ContoursOrder contoursOrder;
+  addContours(app, contoursOrder);
+  PreviewOrder previewOrder;
+  addPreview(app, previewOrder);
   if (parse(app, argc, argv)) {
     if (commandOf(app)->get_name() == "info") info(pointFile);
     if (commandOf(app)->get_name() == "volume") volume(order);
+    if (commandOf(app)->get_name() == "contours") contours(contoursOrder);
+    if (commandOf(app)->get_name() == "preview") preview(previewOrder);
   }
   console::finish();
   return console::kDone;

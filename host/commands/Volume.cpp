@@ -76,6 +76,7 @@ void volume(const VolumeOrder& order) {
   const std::string report = resolvedPath(order.report);
   requireOtherFile(report, points);
   requireReportTarget(report);
+  requirePictureTargets(order.pictures, points);
 
   const SurfacePtr surface = readSurvey(points);
   const std::unique_ptr<FillCutResult> result(surface->getFillCut(level));
@@ -86,4 +87,5 @@ void volume(const VolumeOrder& order) {
   console::row("Level", console::number(level));
   print(*result);
   console::row("Report", report);
+  drawVolume(order.pictures, {*surface, surfaceName(points), nullptr, "", level, *result, order.labels});
 }

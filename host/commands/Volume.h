@@ -3,11 +3,14 @@
 
 #include <string>
 
+#include "VolumePictures.h"
+
 struct VolumeOrder {
   std::string pointFile;
   std::string level;
   std::string report;
   std::string labels;
+  VolumePictures pictures;
 };
 
 // The report's wording in English: the twelve labels, separated by commas.
