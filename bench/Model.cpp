@@ -7,7 +7,9 @@
 #include <OrvikDTMAlgorithm/tin/EList.h>
 #include <OrvikDTMAlgorithm/tin/PList.h>
 #include <OrvikDTMAlgorithm/tin/Surface.h>
+#include <OrvikDTMAlgorithm/tin/TEdge.h>
 #include <OrvikDTMAlgorithm/tin/TList.h>
+#include <OrvikDTMAlgorithm/tin/Triangle.h>
 #include <OrvikDTMAlgorithm/tin/verifyTIN.h>
 
 namespace bench {
@@ -42,6 +44,17 @@ std::unique_ptr<CEType> build(Survey& survey) {
   std::unique_ptr<CEType> tin(Surface::optimizeTIN(survey.pointers));
   if (tin == nullptr || tin->getTList()->getListLen() == 0) throw std::runtime_error("no TIN was built");
   return tin;
+}
+
+std::array<const TPoint*, 3> cornersOf(const CEType& tin, int triangle) {
+  EList* edges = tin.getEList();
+  const int* three = tin.getTList()->findByNum(tin.getTList(), triangle)->getEno();
+  const TEdge* first = edges->findByNum(edges, three[0]);
+  const TEdge* second = edges->findByNum(edges, three[1]);
+  const TPoint* a = first->getStartPoint();
+  const TPoint* b = first->getEndPoint();
+  const bool startIsThird = second->getStartPoint() != a && second->getStartPoint() != b;
+  return {a, b, startIsThird ? second->getStartPoint() : second->getEndPoint()};
 }
 
 bool sweepStaysValid(const Cloud& cloud) {

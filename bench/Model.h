@@ -1,6 +1,7 @@
 // Our own TINs, as a host gets them.
 #pragma once
 
+#include <array>
 #include <memory>
 #include <string>
 
@@ -13,6 +14,9 @@ namespace bench {
 // The TIN of a survey; throws std::runtime_error when it has no triangles, for a benchmark of nothing is worse than
 // none.
 std::unique_ptr<CEType> build(Survey& survey);
+
+// The corners of a triangle; all of its edges must exist.
+std::array<const TPoint*, 3> cornersOf(const CEType& tin, int triangle);
 
 // Whether the radial sweep over a cloud stays valid, by the stages that hosts can run one by one; if so it is what
 // Surface::optimizeTIN goes on with.

@@ -1,8 +1,5 @@
 // The topology of a TIN that comes as a list of faces, as triangle files give it.
-#include <OrvikDTMAlgorithm/tin/EList.h>
-#include <OrvikDTMAlgorithm/tin/TEdge.h>
 #include <OrvikDTMAlgorithm/tin/TList.h>
-#include <OrvikDTMAlgorithm/tin/Triangle.h>
 
 #include "Inputs.h"
 #include "Measure.h"
@@ -14,18 +11,11 @@ namespace {
 
 using Face = std::array<int, 3>;
 
-int indexOf(const TPoint* p, const Survey& survey) { return static_cast<int>(p - survey.points.data()); }
-
 Face faceOf(const CEType& tin, int number, const Survey& survey) {
-  EList* edges = tin.getEList();
-  const int* three = tin.getTList()->findByNum(tin.getTList(), number)->getEno();
-  const TEdge* first = edges->findByNum(edges, three[0]);
-  const TEdge* second = edges->findByNum(edges, three[1]);
-  const TPoint* a = first->getStartPoint();
-  const TPoint* b = first->getEndPoint();
-  const bool startIsThird = second->getStartPoint() != a && second->getStartPoint() != b;
-  const TPoint* c = startIsThird ? second->getStartPoint() : second->getEndPoint();
-  return {indexOf(a, survey), indexOf(b, survey), indexOf(c, survey)};
+  Face face{};
+  const std::array<const TPoint*, 3> corners = cornersOf(tin, number);
+  for (std::size_t i = 0; i < face.size(); ++i) face[i] = static_cast<int>(corners[i] - survey.points.data());
+  return face;
 }
 
 // The faces of a TIN over half a million points, and its points as vertices.

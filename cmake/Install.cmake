@@ -15,7 +15,8 @@ configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/OrvikDTMAlgorithmConfig.
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/OrvikDTMAlgorithmConfigVersion.cmake
   COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/OrvikDTMAlgorithmConfig.cmake
-              ${PROJECT_BINARY_DIR}/OrvikDTMAlgorithmConfigVersion.cmake DESTINATION ${package_dir})
+              ${PROJECT_BINARY_DIR}/OrvikDTMAlgorithmConfigVersion.cmake
+              ${CMAKE_CURRENT_LIST_DIR}/FindTinyXML.cmake DESTINATION ${package_dir})
 
 set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
@@ -27,8 +28,10 @@ endif()
 cmake_path(ABSOLUTE_PATH CMAKE_INSTALL_LIBDIR BASE_DIRECTORY "\${prefix}" OUTPUT_VARIABLE pkgconfig_libdir)
 cmake_path(ABSOLUTE_PATH CMAKE_INSTALL_INCLUDEDIR BASE_DIRECTORY "\${prefix}" OUTPUT_VARIABLE pkgconfig_includedir)
 set(pkgconfig_cflags "-ffp-contract=off")
+set(pkgconfig_libs "")
 if(NOT BUILD_SHARED_LIBS)
   string(APPEND pkgconfig_cflags " -DORVIKDTM_STATIC")
+  set(pkgconfig_libs " -ltinyxml")
 endif()
 configure_file(${CMAKE_CURRENT_LIST_DIR}/OrvikDTMAlgorithm.pc.in ${PROJECT_BINARY_DIR}/OrvikDTMAlgorithm.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/OrvikDTMAlgorithm.pc DESTINATION ${pkgconfig_dir})

@@ -31,6 +31,8 @@ void addVolume(CLI::App& app, VolumeOrder& order) {
   command->add_option("POINTS", order.pointFile, kPointFileHelp);
   command->add_option("--level", order.level, "Elevation to fill and cut to, required")->type_name("ELEVATION");
   command->add_option("--report", order.report, "Text file that the report is written to, required")->type_name("FILE");
+  command->add_option("--method", order.method, "How volumes are computed, exact or sampled; exact when left out")
+      ->type_name("METHOD");
   command
       ->add_option("--labels", order.labels,
                    "Wording of the report, twelve texts separated by commas: title, surface, level, volumes,\n"
@@ -128,6 +130,7 @@ int run(int argc, char** argv) {
   std::string pointFile;
   VolumeOrder order;
   order.labels = kEnglishLabels;
+  order.method = kExactMethod;
   addInfo(app, pointFile);
   addVolume(app, order);
   ContoursOrder contoursOrder;

@@ -52,6 +52,9 @@ class ORVIKDTM_API DTMFileOperation {
                           const char* labels, const char* path);
   bool exportVolumeReport(const FillCutResult* result, const DTMSurface* surface, int form, const char* refName,
                           const char* labels, const char* path);
+
+ private:
+  static bool loadSurfaceFile(const char* path, DTMSurface& surface);
 };
 
 }  // namespace OrvikDTM

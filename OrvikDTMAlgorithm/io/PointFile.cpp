@@ -21,9 +21,6 @@ namespace {
 // The columns that make a point.
 enum Column : std::size_t { kName, kCode, kEasting, kNorthing, kElevation, kColumns };
 
-// What some programs put before a text in UTF-8; no part of the first point's name.
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
 bool isPointFile(const char* path) {
   return path != nullptr && (U::endsWith(path, ".dat") || U::endsWith(path, ".csv"));
 }
@@ -59,8 +56,7 @@ void DTMSurface::loadSurfacePointsFile(const char* path, std::vector<SurfacePoin
   try {
     std::string contents;
     if (!detail::readWholeFile(path, contents)) return;
-    std::string_view rest = contents;
-    if (rest.starts_with(kByteOrderMark)) rest.remove_prefix(kByteOrderMark.size());
+    std::string_view rest = detail::withoutByteOrderMark(contents);
     for (std::string_view line; detail::takeLine(rest, line);) {
       std::optional<SurfacePoint> point = readPoint(line);
       if (!point) continue;

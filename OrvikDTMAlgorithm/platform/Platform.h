@@ -6,7 +6,11 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
+#include <memory>
+#include <new>
 #include <string>
+#include <vector>
 
 inline namespace OrvikDTM {
 namespace detail {
@@ -14,6 +18,9 @@ namespace detail {
 // Between the system's code page and UTF-8. An empty input or a failed conversion gives "".
 std::string codePageToUtf8(const std::string& text);
 std::string utf8ToCodePage(const std::string& text);
+
+// True when both return their argument, whatever it is.
+bool isCodePageUtf8();
 
 struct LocalTime {
   int year;
@@ -32,14 +39,45 @@ LocalTime localTime();
 // stands (hosts join folders and names with a backslash).
 std::string existingPath(const char* path);
 
-// Fills `contents` with a whole file. False when it cannot be opened or read.
+// Bytes that are not set to anything before they are written: for contents of many megabytes.
+template <typename T>
+struct WithoutInitialising : std::allocator<T> {
+  template <typename Other>
+  struct rebind {
+    using other = WithoutInitialising<Other>;
+  };
+  template <typename Other>
+  void construct(Other* at) noexcept {
+    ::new (static_cast<void*>(at)) Other;
+  }
+};
+using Bytes = std::vector<unsigned char, WithoutInitialising<unsigned char>>;
+
+// Fills `contents` with a whole file, read in one call. False when it cannot be opened or read.
 bool readWholeFile(const char* path, std::string& contents);
+bool readWholeFile(const char* path, Bytes& contents);
 
 // What became of a file that was to be written: not opened, cut short (the disk is full), or all there.
 enum class Written { kNothing, kPart, kWhole };
 
-// Creates or empties a file and writes `text` to it with the platform's line breaks.
+// Puts the contents of a file into its sink. It may be called twice, for a file that could not be put in its place.
+class FileSink;
+using FillFile = std::function<void(FileSink&)>;
+
+// Writes a file so that nothing is lost: the new one is written beside the old one, flushed to the disk and put in its
+// place when it is complete. A full disk, or the end of the process at any moment, leaves the old file as it was. Links
+// are followed, and the permissions stay. What cannot be replaced (a device, a file in a folder that allows no new one)
+// is written in place. `size` is how many bytes there will be.
+Written writeBinaryFile(const char* path, std::size_t size, const FillFile& fill);
+
+// The same for a text, with the platform's line breaks.
 Written writeTextFile(const char* path, const std::string& text);
+
+// Whether there is something at `path`; removing the file there (a folder is none); and the names of all that is in
+// the folder there, in the order in which the system lists them.
+bool pathExists(const char* path);
+bool removeFile(const char* path);
+std::vector<std::string> namesInFolder(const char* path);
 
 // Asks for large pages behind [begin, begin + bytes) before it is first used: for arrays of many megabytes, being
 // handed their memory page by page costs as much as filling them. No more than advice.

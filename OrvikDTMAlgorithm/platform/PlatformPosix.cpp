@@ -4,13 +4,10 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdint>
-#include <cstdio>
 #include <ctime>
 #include <iconv.h>
 #include <langinfo.h>
-#include <memory>
 #include <sys/mman.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <OrvikDTMAlgorithm/platform/Platform.h>
@@ -52,20 +49,6 @@ class Converter {
   iconv_t handle_;
 };
 
-struct CloseFile {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
-
-File openFile(const char* path, const char* mode) {
-  return File(path == nullptr ? nullptr : std::fopen(existingPath(path).c_str(), mode));
-}
-
-std::size_t sizeOf(std::FILE* file) {
-  struct stat status {};
-  return fstat(fileno(file), &status) == 0 && status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
-}
-
 std::string codePage() { return nl_langinfo(CODESET); }
 
 }  // namespace
@@ -85,6 +68,8 @@ bool isUtf8Already(const std::string& codeset) {
   constexpr std::array<const char*, 7> kNames = {"UTF-8", "utf8", "ANSI_X3.4-1968", "US-ASCII", "ASCII", "646", ""};
   return std::find(kNames.begin(), kNames.end(), codeset) != kNames.end();
 }
+
+bool isCodePageUtf8() { return isUtf8Already(codePage()); }
 
 std::string codePageToUtf8(const std::string& text) {
   const std::string codeset = codePage();
@@ -118,31 +103,6 @@ std::string existingPath(const char* path) {
   std::string result = path;
   if (access(path, F_OK) != 0) std::replace(result.begin(), result.end(), '\\', '/');
   return result;
-}
-
-bool readWholeFile(const char* path, std::string& contents) {
-  const File file = openFile(path, "rb");
-  if (!file) return false;
-  // One byte more than the size tells the end of an ordinary file in one read; pipes and the like have no size and are
-  // read in growing steps.
-  constexpr std::size_t kSmallestStep = 65536;
-  std::size_t length = 0;
-  contents.resize(sizeOf(file.get()) + 1);
-  for (;;) {
-    length += std::fread(contents.data() + length, 1, contents.size() - length, file.get());
-    if (length < contents.size()) break;
-    contents.resize(contents.size() + std::max(contents.size(), kSmallestStep));
-  }
-  contents.resize(length);
-  return std::ferror(file.get()) == 0;
-}
-
-Written writeTextFile(const char* path, const std::string& text) {
-  File file = openFile(path, "w");
-  if (!file) return Written::kNothing;
-  const bool taken = std::fwrite(text.data(), 1, text.size(), file.get()) == text.size();
-  const bool stored = std::fclose(file.release()) == 0;
-  return taken && stored ? Written::kWhole : Written::kPart;
 }
 
 void preferLargePages(void* begin, std::size_t bytes) {

@@ -2,8 +2,6 @@
 #define NOMINMAX
 #define WIN32_LEAN_AND_MEAN
 #include <climits>
-#include <cstdio>
-#include <memory>
 #include <windows.h>
 
 #include <OrvikDTMAlgorithm/platform/Platform.h>
@@ -30,18 +28,9 @@ std::string fromWide(const std::wstring& wide, UINT codePage) {
   return text;
 }
 
-struct CloseFile {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
-
-File openFile(const char* path, const char* mode) {
-  std::FILE* file = nullptr;
-  if (path == nullptr || fopen_s(&file, existingPath(path).c_str(), mode) != 0) return nullptr;
-  return File(file);
-}
-
 }  // namespace
+
+bool isCodePageUtf8() { return false; }  // even where it is, what is not valid UTF-8 does not come back as it was
 
 std::string codePageToUtf8(const std::string& text) { return fromWide(toWide(text, CP_ACP), CP_UTF8); }
 
@@ -54,27 +43,6 @@ LocalTime localTime() {
 }
 
 std::string existingPath(const char* path) { return path; }
-
-bool readWholeFile(const char* path, std::string& contents) {
-  const File file = openFile(path, "rb");
-  if (!file) return false;
-  constexpr std::size_t kStep = std::size_t{1} << 20;
-  std::size_t length = 0;
-  do {
-    contents.resize(length + kStep);
-    length += std::fread(contents.data() + length, 1, kStep, file.get());
-  } while (length == contents.size());
-  contents.resize(length);
-  return std::ferror(file.get()) == 0;
-}
-
-Written writeTextFile(const char* path, const std::string& text) {
-  File file = openFile(path, "w");
-  if (!file) return Written::kNothing;
-  const bool taken = std::fwrite(text.data(), 1, text.size(), file.get()) == text.size();
-  const bool stored = std::fclose(file.release()) == 0;
-  return taken && stored ? Written::kWhole : Written::kPart;
-}
 
 void preferLargePages(void* /*begin*/, std::size_t /*bytes*/) {}
 

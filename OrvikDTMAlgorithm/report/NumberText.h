@@ -5,6 +5,7 @@
 #include <array>
 #include <cfloat>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -54,12 +55,49 @@ std::string fixedText(double v, int decimals);
 // The same for values that are not special; an infinity is "inf".
 std::string plainFixedText(double v, int decimals);
 
+// The longest text that U::toString writes: sign, digits before the point, point and decimals of the largest doubles.
+inline constexpr std::size_t kLongestText = 1 + 309 + 1 + kDecimalsOfText;
+
+// Writes U::toString(v) to `out`, which has room for kLongestText characters, and returns where it ends: for files of
+// many numbers, as it makes no string.
+char* writeText(double v, char* out);
+
 // v with six significant digits, as an output stream writes it by default.
 std::string generalText(double v);
+
+// Reads the digits, with at most one point among them and perhaps "-" before them, that [at, end) starts with, as files
+// are full of, and returns where they end. Null when there are none, or so many that a double may not hold the number
+// that they make; readNumber() knows better then. Otherwise that number and the power of ten by which it is divided are
+// doubles, so their quotient is the double nearest to the decimal.
+inline const char* readPlain(const char* at, const char* end, double& v) {
+  constexpr std::ptrdiff_t kExactDigits = 15;
+  const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+  const bool negative = at != end && *at == '-';
+  if (negative) ++at;
+  const char* first = at;
+  std::uint64_t digits = 0;
+  for (; at != end && isDigit(*at); ++at) digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
+  std::ptrdiff_t count = at - first;
+  std::ptrdiff_t decimals = 0;
+  if (at != end && *at == '.') {
+    first = ++at;
+    for (; at != end && isDigit(*at); ++at) digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
+    decimals = at - first;
+    count += decimals;
+  }
+  if (count == 0 || count > kExactDigits) return nullptr;
+  const double magnitude = static_cast<double>(digits) / kExactPowersOfTen[static_cast<std::size_t>(decimals)];
+  v = negative ? -magnitude : magnitude;
+  return at;
+}
 
 // The number at the start of `text`, as the C library's atof reads it in the C locale: white space, sign, decimal or
 // "0x" digits with an exponent, or the words inf, infinity, nan. 0 when there is none, infinity on overflow.
 double readNumber(std::string_view text);
+
+// The whole number at the start of `text`, as the C library's atoi reads it: white space, sign, digits. 0 when there is
+// none; a number too large for the result is the largest or smallest there is.
+long long readInteger(std::string_view text);
 
 double readBackFixed(double v);
 

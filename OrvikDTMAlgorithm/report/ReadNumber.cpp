@@ -90,15 +90,35 @@ std::optional<double> readUnsigned(std::string_view text) {
   return std::nullopt;
 }
 
+std::string_view withoutLeadingSpace(std::string_view text) {
+  while (!text.empty() && isSpace(text.front())) text.remove_prefix(1);
+  return text;
+}
+
 }  // namespace
 
 double readNumber(std::string_view text) {
-  while (!text.empty() && isSpace(text.front())) text.remove_prefix(1);
+  const char* const textEnd = text.data() + text.size();
+  double plain = 0.0;
+  if (!text.empty() && readPlain(text.data(), textEnd, plain) == textEnd) return plain;
+  text = withoutLeadingSpace(text);
   const bool negative = !text.empty() && text.front() == '-';
   if (negative || (!text.empty() && text.front() == '+')) text.remove_prefix(1);
   const std::optional<double> v = readUnsigned(text);
   if (!v) return 0.0;
   return negative ? -*v : *v;
+}
+
+long long readInteger(std::string_view text) {
+  text = withoutLeadingSpace(text);
+  const bool plus = text.starts_with('+');
+  if (plus) text.remove_prefix(1);
+  const bool negative = text.starts_with('-');
+  if (plus && negative) return 0;
+  long long v = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), v);
+  if (error != std::errc::result_out_of_range) return v;
+  return negative ? std::numeric_limits<long long>::min() : std::numeric_limits<long long>::max();
 }
 
 }  // namespace detail

@@ -13,6 +13,7 @@
 // 4. Not for several threads at once, const members included.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,7 @@
 inline namespace OrvikDTM {
 
 class CEType;
+class DTMFileOperation;
 class DrawLine;
 class FillCutResult;
 class SurfacePoint;
@@ -210,12 +212,20 @@ class ORVIKDTM_API DTMSurface {
   }
   Statistics& latest() const { return keepPromise(), statistics; }
 
+  bool adoptImport(CEType* model, const char* path);
   void promiseModel();
   void buildPromised() const;
   void build() const;
   void rebuild();
   void dropModel();
   void refreshStatistics() const;
+  void refreshExtent() const;
+
+  // Behind tryParse(), for blocks of any length.
+  friend class DTMFileOperation;
+  bool parse(const unsigned char* block, int version, std::size_t length);
+  void readStatistics(const unsigned char* bytes);
+
   bool isInCallersArray(const SurfacePoint* point) const;
   void releaseRecord(const SurfacePoint* point) const;
 

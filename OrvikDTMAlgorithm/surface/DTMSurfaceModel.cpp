@@ -6,6 +6,7 @@
 #include <OrvikDTMAlgorithm/surface/FillCutResult.h>
 #include <OrvikDTMAlgorithm/surface/SurfacePoint.h>
 #include <OrvikDTMAlgorithm/tin/CEType.h>
+#include <OrvikDTMAlgorithm/tin/LargeArrays.h>
 #include <OrvikDTMAlgorithm/tin/Surface.h>
 #include <OrvikDTMAlgorithm/tin/TList.h>
 #include <OrvikDTMAlgorithm/tin/TPoint.h>
@@ -26,7 +27,7 @@ TPoint roundedForTIN(const SurfacePoint& point) {
 // All points of one TIN in one block of memory, which the TIN then keeps.
 std::shared_ptr<std::vector<TPoint>> roundedForTIN(const std::vector<SurfacePoint*>& points) {
   auto rounded = std::make_shared<std::vector<TPoint>>();
-  rounded->reserve(points.size());
+  detail::reserveLarge(*rounded, points.size());
   for (const SurfacePoint* point : points) {
     if (point != nullptr) rounded->push_back(roundedForTIN(*point));
   }
@@ -35,7 +36,7 @@ std::shared_ptr<std::vector<TPoint>> roundedForTIN(const std::vector<SurfacePoin
 
 std::vector<TPoint*> pointersTo(std::vector<TPoint>& points) {
   std::vector<TPoint*> pointers;
-  pointers.reserve(points.size());
+  detail::reserveLarge(pointers, points.size());
   for (TPoint& point : points) pointers.push_back(&point);
   return pointers;
 }
@@ -115,7 +116,12 @@ void DTMSurface::refreshStatistics() const {
   statistics.maxElev = measures.highest;
   statistics.perimeterTwoD = measures.length2D;
   statistics.perimeterThreeD = measures.length3D;
-  const std::vector<double> extent = ceType->getRangeXY();  // largest y, smallest y, largest x, smallest x
+  refreshExtent();
+}
+
+void DTMSurface::refreshExtent() const {
+  // Largest y, smallest y, largest x, smallest x.
+  const std::vector<double> extent = ceType == nullptr ? std::vector<double>(4, 0.0) : ceType->getRangeXY();
   statistics.rangeMaxY = extent[0];
   statistics.rangeMinY = extent[1];
   statistics.rangeMaxX = extent[2];
@@ -142,6 +148,13 @@ int DTMSurface::checkSurfacePoint(double n, double e, double* z) {
 FillCutResult* DTMSurface::getFillCut(double elevation) {
   CEType* model = getCEType();
   FillCutResult* result = model == nullptr ? nullptr : model->getFillCut(elevation);
+  if (result != nullptr) result->setSurfaceName(surfaceName);
+  return result;
+}
+
+FillCutResult* DTMSurface::getFillCut(CEType* reference) {
+  CEType* model = getCEType();
+  FillCutResult* result = model == nullptr ? nullptr : model->getFillCut(reference);
   if (result != nullptr) result->setSurfaceName(surfaceName);
   return result;
 }

@@ -21,15 +21,20 @@ CEType::~CEType() {
   for (TPoint* p : rangeList_) delete p;
 }
 
-void CEType::setCList(ConvexList* hull) { hullList_ = hull; }
+void CEType::setCList(ConvexList* hull) {
+  forgetCopy();
+  hullList_ = hull;
+}
 
 void CEType::setEList(EList* edges) {
-  triangle3Pending_ = false;  // the old list may be gone already
+  forgetCopy();
+  triangle3Source_ = {};  // the old list may be gone already
   edgeList_ = edges;
 }
 
 void CEType::setTList(TList* triangles) {
-  triangle3Pending_ = false;
+  forgetCopy();
+  triangle3Source_ = {};
   triangleList_ = triangles;
 }
 

@@ -6,12 +6,15 @@
 // 3. A CEType owns its three lists and its boundary points. The points of its edges belong to whoever built it, save
 //    those handed over with holdPoints().
 // 4. Copies are shallow: the copy refers to the same lists and boundary points; destroy only one of the two.
-// 5. Not for several threads at once: even queries remember where they ended.
+// 5. Queries of places and heights run on a copy of the lists that the first of them makes. They notice when a list is
+//    replaced or its length changes; after changing elements or points in place, call setEList(getEList()).
+// 6. Not for several threads at once: even queries remember where they ended.
 #pragma once
 
 #include <array>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,6 +30,14 @@ class TEdge;
 class TList;
 class Triangle3;
 struct RangePoint;
+
+namespace detail {
+class Facets;
+struct Facet;
+class FlatTIN;
+class HullRing;
+class SurfaceComparison;
+}  // namespace detail
 
 // Figures of a whole surface: areas in plan (2D) and along the surface (3D), hull lengths, lowest and highest
 // elevation.
@@ -66,8 +77,9 @@ class ORVIKDTM_API CEType {
   void setRangeList(const std::vector<RangePoint*>& range);
 
   // The triangles and pieces of triangles that the latest volume computation measured, with their status (1 cut, -1
-  // fill). They are made when they are first asked for, from the lists and points as they are then; nothing is spent on
-  // them before. The reference is good until the next volume computation.
+  // fill). They are made when they are first asked for; nothing is spent on them before. Those of a level are made from
+  // the lists and points as they are then, those of a second surface or within a boundary are what was compared. The
+  // reference is good until the next volume computation.
   const std::vector<std::shared_ptr<Triangle3>>& getTriangle3List();
 
   // A new TIN of triangular faces, each of three positions in `vertices` counted from 0. Edges between the same plan
@@ -172,6 +184,9 @@ class ORVIKDTM_API CEType {
 
  private:
   friend class Surface;           // knows the local origin
+  friend class detail::FlatTIN;   // copies what the lists hold
+  friend class detail::Facets;    // what exact volumes are measured on
+  friend struct detail::Facet;
   friend struct CETypeInternals;  // the tests' way in
 
   // The corners of a triangle: the ends of its first edge, then the end of its second edge that is neither. False when
@@ -185,30 +200,34 @@ class ORVIKDTM_API CEType {
   TEdge* edgeOf(int tri, int which) const;
   int triangleCount() const;
 
-  void initVertexList();
-  bool containPoint(double x, double y);
-  bool holds(int tri, const TPoint& p) const;
-  bool acceptsByArea(int tri, const TPoint& p) const;
-  bool isFlat(int tri) const;
-  int beyondFlat(int tri, const TPoint& p) const;
-  int nextOnWalk(int tri, const TPoint& p) const;
-  struct WalkEnd {
-    int found;
-    int last;
-  };
-  WalkEnd walk(int start, const TPoint& p) const;
+  const detail::FlatTIN& flat() const;
+  void forgetCopy();
   double getHeightByNumXY(int tri, double x, double y) const;
   int countInfinite(double x, double y, double z) const;
 
-  void makeTriangle3List();
+  // What the list of Triangle3 is made of when somebody asks for it: a level, or a comparison with another surface.
+  struct Triangle3Source {
+    std::optional<double> level;
+    std::shared_ptr<const detail::SurfaceComparison> comparison;
+  };
+
+  bool hasBoundary() const;
+  FillCutResult* getFillCutWithinBoundary(double elevation);
+  void appendLevelPieces(double level);
+  bool sharesFewPointsWith(const detail::FlatTIN& queried, int& lastFound) const;
+  std::shared_ptr<const detail::FlatTIN> newCopy();
 
   ConvexList* hullList_;
   EList* edgeList_;
   TList* triangleList_;
   std::vector<TPoint*> rangeList_;
   std::vector<std::shared_ptr<Triangle3>> triangle3List_;
-  std::vector<TPoint> vertexList_;
-  int vertexListInvalid_ = 0;
+  // The hull as a ring, which the first question whether a point lies within it settles for good, and the copy that
+  // queries run on. The copy is dropped with the lists it was made from, and made again when their lengths have
+  // changed.
+  mutable std::shared_ptr<const detail::HullRing> hullRing_;
+  bool hullRingIsSettled_ = false;
+  mutable std::shared_ptr<const detail::FlatTIN> flat_;
   int lastTriangleNo_ = 1;
 
   // Set where the construction worked relative to a local origin.
@@ -217,8 +236,7 @@ class ORVIKDTM_API CEType {
   double originY_ = 0.0;
 
   std::shared_ptr<const void> heldPoints_;
-  bool triangle3Pending_ = false;
-  double triangle3Level_ = 0.0;
+  Triangle3Source triangle3Source_;
 };
 
 }  // namespace OrvikDTM

@@ -3,8 +3,8 @@
 #include <cmath>
 #include <memory>
 
-#include <OrvikDTMAlgorithm/surface/FillCutResult.h>
 #include <OrvikDTMAlgorithm/tin/CETypeElements.h>
+#include <OrvikDTMAlgorithm/tin/FillAndCut.h>
 #include <OrvikDTMAlgorithm/tin/Triangle3.h>
 #include <OrvikDTMAlgorithm/tin/TriangleAreas.h>
 
@@ -12,24 +12,9 @@ inline namespace OrvikDTM {
 
 namespace {
 
-constexpr int kCut = 1;
-constexpr int kFill = -1;
-
-// A boundary needs three points to limit anything.
-constexpr std::size_t kFewestBoundaryPoints = 3;
-
-// What lies on one side of the level.
-struct Side {
-  double planArea = 0.0;
-  double spatialArea = 0.0;
-  double volume = 0.0;
-
-  void add(double plan, double spatial, double content) {
-    planArea += plan;
-    spatialArea += spatial;
-    volume += content;
-  }
-};
+using detail::FillAndCut;
+using detail::kCut;
+using detail::kFill;
 
 // A triangle that the level passes through: the lone corner on one side, the other two on the other, and where the
 // level crosses the two sides between them.
@@ -78,21 +63,20 @@ double prismVolume(double level, const TPoint& p1, const TPoint& p2, const TPoin
   return std::fabs(((p1.getZ() - level) + (p2.getZ() - level) + (p3.getZ() - level)) * area) / 3;
 }
 
-void addWhole(double level, const TPoint& p1, const TPoint& p2, const TPoint& p3, Side& side) {
+void addWhole(double level, const TPoint& p1, const TPoint& p2, const TPoint& p3, detail::FillOrCut& side) {
   side.add(detail::planArea(p1, p2, p3), detail::spatialArea(p1, p2, p3), prismVolume(level, p1, p2, p3));
 }
 
-void addSplit(double level, const Split& s, Side& fill, Side& cut) {
+void addSplit(double level, const Split& s, FillAndCut& sums) {
   const double dA = std::fabs(s.a->getZ() - level);
   const double dB = std::fabs(s.b->getZ() - level);
   const double dL = std::fabs(s.lone->getZ() - level);
   const double loneArea = detail::planArea(*s.lone, s.onA, s.onB);
-  Side& loneSide = s.loneStatus == kFill ? fill : cut;
-  Side& pairSide = s.loneStatus == kFill ? cut : fill;
-  loneSide.add(loneArea, detail::spatialArea(*s.lone, s.onA, s.onB), loneArea * dL / 3);
-  pairSide.add(detail::planArea(*s.b, s.onA, s.onB) + detail::planArea(*s.a, *s.b, s.onA),
-               detail::spatialArea(*s.a, *s.b, s.onA) + detail::spatialArea(*s.b, s.onA, s.onB),
-               detail::planArea(*s.a, *s.b, s.onB) * (dA + dB) / 3 + detail::planArea(*s.a, s.onA, s.onB) * dA / 3);
+  sums.on(s.loneStatus).add(loneArea, detail::spatialArea(*s.lone, s.onA, s.onB), loneArea * dL / 3);
+  sums.on(-s.loneStatus)
+      .add(detail::planArea(*s.b, s.onA, s.onB) + detail::planArea(*s.a, *s.b, s.onA),
+           detail::spatialArea(*s.a, *s.b, s.onA) + detail::spatialArea(*s.b, s.onA, s.onB),
+           detail::planArea(*s.a, *s.b, s.onB) * (dA + dB) / 3 + detail::planArea(*s.a, s.onA, s.onB) * dA / 3);
 }
 
 // Where a triangle lies against the level. One in the level itself is fill, without volume.
@@ -109,63 +93,42 @@ Place placeOf(double level, const TPoint& p1, const TPoint& p2, const TPoint& p3
 
 FillCutResult* CEType::getFillCut(double elevation) {
   triangle3List_.clear();
-  triangle3Pending_ = false;
-  if (rangeList_.size() >= kFewestBoundaryPoints) return nullptr;
+  triangle3Source_ = {};
+  if (hasBoundary()) return getFillCutWithinBoundary(elevation);
 
-  Side fill;
-  Side cut;
+  FillAndCut sums;
   Corners c;
   for (int tri = 1; tri <= triangleCount(); ++tri) {
     if (!cornersOf(tri, c)) continue;
     switch (placeOf(elevation, *c.p1, *c.p2, *c.p3)) {
       case Place::Cut:
-        addWhole(elevation, *c.p1, *c.p2, *c.p3, cut);
+        addWhole(elevation, *c.p1, *c.p2, *c.p3, sums.cut);
         break;
       case Place::Fill:
-        addWhole(elevation, *c.p1, *c.p2, *c.p3, fill);
+        addWhole(elevation, *c.p1, *c.p2, *c.p3, sums.fill);
         break;
       case Place::Both:
-        addSplit(elevation, splitAt(elevation, *c.p1, *c.p2, *c.p3), fill, cut);
+        addSplit(elevation, splitAt(elevation, *c.p1, *c.p2, *c.p3), sums);
         break;
     }
   }
-  triangle3Pending_ = true;
-  triangle3Level_ = elevation;
-
-  auto result = std::make_unique<FillCutResult>();
-  result->setFillTwoDArea(fill.planArea);
-  result->setFillThreeDArea(fill.spatialArea);
-  result->setFillVolume(fill.volume);
-  result->setCutTwoDArea(cut.planArea);
-  result->setCutThreeDArea(cut.spatialArea);
-  result->setCutVolume(cut.volume);
-  const TINMeasures measures = getMeasures();
-  result->setTwoDArea(measures.area2D);
-  result->setThreeDArea(measures.area3D);
-  result->setPerimeterTwoD(measures.length2D);
-  result->setPerimeterThreeD(measures.length3D);
-  return result.release();
+  triangle3Source_.level = elevation;
+  return detail::newResult(sums, getMeasures());
 }
 
-const std::vector<std::shared_ptr<Triangle3>>& CEType::getTriangle3List() {
-  if (triangle3Pending_) makeTriangle3List();
-  triangle3Pending_ = false;
-  return triangle3List_;
-}
-
-void CEType::makeTriangle3List() {
+void CEType::appendLevelPieces(double level) {
   const auto append = [this](const TPoint& p, const TPoint& q, const TPoint& r, int status) {
     triangle3List_.push_back(std::make_shared<Triangle3>(&p, &q, &r, status));
   };
   Corners c;
   for (int tri = 1; tri <= triangleCount(); ++tri) {
     if (!cornersOf(tri, c)) continue;
-    const Place place = placeOf(triangle3Level_, *c.p1, *c.p2, *c.p3);
+    const Place place = placeOf(level, *c.p1, *c.p2, *c.p3);
     if (place != Place::Both) {
       append(*c.p1, *c.p2, *c.p3, place == Place::Cut ? kCut : kFill);
       continue;
     }
-    const Split s = splitAt(triangle3Level_, *c.p1, *c.p2, *c.p3);
+    const Split s = splitAt(level, *c.p1, *c.p2, *c.p3);
     append(*s.lone, s.onA, s.onB, s.loneStatus);
     append(*s.a, s.onA, s.onB, -s.loneStatus);
     append(*s.a, *s.b, s.onB, -s.loneStatus);

@@ -9,20 +9,17 @@ inline namespace OrvikDTM {
 
 namespace {
 
-using detail::Position;
-
 // How far above or below a side, in y, a point still counts as lying on it, in coordinate units.
 constexpr double kOnSide = 2e-10;
-
-// Whether p lies strictly between the ends of a sloping side in x, and within kOnSide of it in y.
-bool isNearSide(const Position& p, const Position& a, const Position& b) {
-  if (!(std::min(a.x, b.x) < p.x && p.x < std::max(a.x, b.x)) || a.y == b.y || std::max(a.y, b.y) < p.y) return false;
-  return std::fabs(p.y - ((b.y - a.y) * (p.x - a.x) / (b.x - a.x) + a.y)) < kOnSide;
-}
 
 }  // namespace
 
 namespace detail {
+
+bool isNearSide(const Position& p, const Position& a, const Position& b) {
+  if (!(std::min(a.x, b.x) < p.x && p.x < std::max(a.x, b.x)) || a.y == b.y || std::max(a.y, b.y) < p.y) return false;
+  return std::fabs(p.y - ((b.y - a.y) * (p.x - a.x) / (b.x - a.x) + a.y)) < kOnSide;
+}
 
 bool EvenOddTest::side(const Position& a, const Position& b) {
   const Position& p = point_;
@@ -45,13 +42,13 @@ bool EvenOddTest::side(const Position& a, const Position& b) {
 bool Surface::isPtInPolygon(const TPoint* p, const std::vector<TPoint*>& polygon) {
   const auto last = std::find_if(polygon.rbegin(), polygon.rend(), [](const TPoint* v) { return v != nullptr; });
   if (p == nullptr || last == polygon.rend()) return false;
-  const Position point = detail::positionOf(*p);
+  const detail::Position point = detail::positionOf(*p);
   detail::EvenOddTest test(point);
-  Position previous = detail::positionOf(**last);
+  detail::Position previous = detail::positionOf(**last);
   for (const TPoint* vertex : polygon) {
     if (vertex == nullptr) continue;
-    const Position next = detail::positionOf(*vertex);
-    if (isNearSide(point, previous, next) || test.side(previous, next)) return true;
+    const detail::Position next = detail::positionOf(*vertex);
+    if (detail::isNearSide(point, previous, next) || test.side(previous, next)) return true;
     previous = next;
   }
   return test.inside();

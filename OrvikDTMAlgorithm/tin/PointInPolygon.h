@@ -7,6 +7,9 @@
 inline namespace OrvikDTM {
 namespace detail {
 
+// Whether p lies strictly between the ends of a sloping side in x, and within a tolerance of it in y.
+bool isNearSide(const Position& p, const Position& a, const Position& b);
+
 // Counts crossings of the ray from a point towards +y with a polygon that is handed over side by side, in order.
 class EvenOddTest {
  public:

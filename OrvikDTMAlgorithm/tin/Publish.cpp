@@ -1,14 +1,11 @@
-#include <algorithm>
 #include <array>
 #include <memory>
-#include <new>
-#include <type_traits>
 
 #include <OrvikDTMAlgorithm/tin/CEType.h>
 #include <OrvikDTMAlgorithm/tin/ConvexList.h>
 #include <OrvikDTMAlgorithm/tin/Delaunay.h>
 #include <OrvikDTMAlgorithm/tin/EList.h>
-#include <OrvikDTMAlgorithm/tin/ElementBlocks.h>
+#include <OrvikDTMAlgorithm/tin/ListElements.h>
 #include <OrvikDTMAlgorithm/tin/PList.h>
 #include <OrvikDTMAlgorithm/tin/Publish.h>
 #include <OrvikDTMAlgorithm/tin/TConvex.h>
@@ -26,29 +23,6 @@ std::array<int, 2> slotsOf(const MeshEdge& e) { return {static_cast<int>(e.left)
 std::array<int, 3> edgesOf(const MeshTriangle& t) {
   return {static_cast<int>(t.edge[0]), static_cast<int>(t.edge[1]), static_cast<int>(t.edge[2])};
 }
-
-}  // namespace
-
-// Appends many elements to a list at once, from one block.
-class ListFiller {
- public:
-  // make(i) gives element number i, for i from length + 1 up to `last`; what the list has no room for is left out.
-  template <typename Element, typename Make>
-  static void append(SLType& list, int last, Make make) {
-    static_assert(std::is_trivially_destructible_v<Element>);
-    const int first = list.getListLen() + 1;
-    last = std::min(last, list.getMaxlen());
-    if (last < first) return;
-    const auto count = static_cast<std::size_t>(last - first + 1);
-    list.listData_.reserve(list.listData_.size() + count);
-    auto* element = static_cast<Element*>(allocateElements(count, sizeof(Element)));
-    for (int number = first; number <= last; ++number, ++element) {
-      list.listData_.push_back(new (element) Element(make(number)));
-    }
-  }
-};
-
-namespace {
 
 // A mesh whose tables are at hand, read like an exact one.
 class TabledMesh {
@@ -74,7 +48,7 @@ void publishEdges(Source& mesh, const std::vector<TPoint*>& points, EList& edges
     edge->setEndPoint(points[e.end]);
     edge->setTriNo(slotsOf(e).data());
   }
-  ListFiller::append<TEdge>(edges, static_cast<int>(mesh.edgeCount()), [&](int number) {
+  ListElements::append<TEdge>(edges, static_cast<int>(mesh.edgeCount()), [&](int number) {
     const MeshEdge e = mesh.edge(static_cast<Number>(number));
     TEdge edge(points[e.start], points[e.end]);
     edge.setTriNo(slotsOf(e).data());
@@ -89,8 +63,8 @@ void publishTriangles(Source& mesh, TList& triangles) {
   for (int number = 1; number <= known; ++number) {
     triangles.findByNum(&triangles, number)->setEno(edgesOfNumber(number).data());
   }
-  ListFiller::append<Triangle>(triangles, static_cast<int>(mesh.triangleCount()),
-                               [&](int number) { return Triangle(edgesOfNumber(number).data()); });
+  ListElements::append<Triangle>(triangles, static_cast<int>(mesh.triangleCount()),
+                                 [&](int number) { return Triangle(edgesOfNumber(number).data()); });
 }
 
 void publishHull(const std::vector<Number>& numbers, ConvexList& hull) {
@@ -101,7 +75,7 @@ void publishHull(const std::vector<Number>& numbers, ConvexList& hull) {
   while (hull.getListLen() > length) hull.deleteData(&hull, hull.getListLen());
   const int known = hull.getListLen();
   for (int number = 1; number <= known; ++number) hull.findByNum(&hull, number)->setEdgeNo(edgeAt(number));
-  ListFiller::append<TConvex>(hull, length, [&](int number) { return TConvex(edgeAt(number)); });
+  ListElements::append<TConvex>(hull, length, [&](int number) { return TConvex(edgeAt(number)); });
 }
 
 template <typename Source>

@@ -18,7 +18,7 @@
 inline namespace OrvikDTM {
 
 namespace detail {
-class ListFiller;
+class ListElements;
 }
 
 class ORVIKDTM_API SLType {
@@ -68,7 +68,7 @@ class ORVIKDTM_API SLType {
   SLType* switchPos(SLType* list, int a, int b);
 
  private:
-  friend class detail::ListFiller;
+  friend class detail::ListElements;
 
   int maxlen_;
   std::vector<void*> listData_;

@@ -29,6 +29,20 @@ double levelOf(const VolumeOrder& order) {
   return level;
 }
 
+void requireMethod(const std::string& method) {
+  if (method == kExactMethod || method == kSampledMethod) return;
+  throw console::WrongUsage("--method " + quoted(method) + " is neither exact nor sampled");
+}
+
+// With the surface's name in the record, as the report wants it.
+std::unique_ptr<FillCutResult> fillCut(DTMSurface& surface, double level, const std::string& method) {
+  if (method == kSampledMethod) return std::unique_ptr<FillCutResult>(surface.getFillCut(level));
+  CEType* model = surface.getCEType();
+  std::unique_ptr<FillCutResult> result(model == nullptr ? nullptr : model->getFillCutExact(level));
+  if (result != nullptr) result->setSurfaceName(surface.getSurfaceName());
+  return result;
+}
+
 void requireLabels(const std::string& labels) {
   if (std::count(labels.begin(), labels.end(), ',') != kLabelCommas) {
     throw console::WrongUsage("--labels needs twelve texts separated by commas: 'orvikdtm volume --help' lists them");
@@ -68,8 +82,12 @@ const char* const kEnglishLabels =
     "Volume report,Surface,Level,Volumes,Cut volume,Fill volume,Plan area,Surface area,Plan perimeter,"
     "Surface perimeter,Cut areas,Fill areas";
 
+const char* const kExactMethod = "exact";
+const char* const kSampledMethod = "sampled";
+
 void volume(const VolumeOrder& order) {
   const double level = levelOf(order);
+  requireMethod(order.method);
   requireLabels(order.labels);
   if (order.report.empty()) throw console::WrongUsage("--report is empty: name the file to write");
   const std::string points = resolvedPath(order.pointFile);
@@ -79,7 +97,7 @@ void volume(const VolumeOrder& order) {
   requirePictureTargets(order.pictures, points);
 
   const SurfacePtr surface = readSurvey(points);
-  const std::unique_ptr<FillCutResult> result(surface->getFillCut(level));
+  const std::unique_ptr<FillCutResult> result = fillCut(*surface, level, order.method);
   if (result == nullptr) throw console::Failure("the volume could not be computed: close other programs, try again");
   requireFinite(points, *result);
   writeReport(report, *result, *surface, level, order.labels);

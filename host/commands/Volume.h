@@ -10,8 +10,13 @@ struct VolumeOrder {
   std::string level;
   std::string report;
   std::string labels;
+  std::string method;
   VolumePictures pictures;
 };
+
+// How a volume is computed: as CEType::getFillCutExact() does it, or as getFillCut().
+extern const char* const kExactMethod;
+extern const char* const kSampledMethod;
 
 // The report's wording in English: the twelve labels, separated by commas.
 extern const char* const kEnglishLabels;

@@ -44,6 +44,9 @@ REFUSED = [
     ((*GOOD, "--labels", "a,b,c,d,e\n,f,g,h,i,j,k,l"), "--labels holds a line break"),
     ((*GOOD, "--labels", "a,b,c,d,e\r,f,g,h,i,j,k,l"), "--labels holds a line break"),
     ((*GOOD, "--labels", "one,two"), "twelve texts"),
+    ((*GOOD, "--method", "fast"), "--method 'fast' is neither exact nor sampled"),
+    ((*GOOD, "--method", ""), "--method '' is neither exact nor sampled"),
+    ((*GOOD, "--method"), "--method"),
     ((*GOOD, "--labels", "a,b,c,d,e,f,g,h,i,j,k,l,m"), "twelve texts"),
 ]
 

@@ -45,6 +45,22 @@ class Volume(HostTest):
                 self.assert_done(run)
                 self.assertEqual(values(run.stdout)["Cut volume"], cut)
 
+    def test_both_methods_agree_to_the_printed_accuracy(self):
+        for points in ("tilted.csv", str(SITE / "ground.csv")):
+            for level in ("12.5", "78.5"):
+                with self.subTest(points=points, level=level):
+                    default = self.volume(level, points=points)
+                    report = self.report()
+                    exact = self.volume(level, "--method", "exact", points=points)
+                    self.assertEqual((exact.stdout, self.report()), (default.stdout, report))
+                    sampled = self.volume(level, "--method", "sampled", points=points)
+                    for run in (default, exact, sampled):
+                        self.assert_done(run)
+                    self.assertEqual(self.report().splitlines()[2], report.splitlines()[2])
+                    exact_values, sampled_values = values(exact.stdout), values(sampled.stdout)
+                    for label in ("Cut volume", "Fill volume", "Cut plan area", "Fill surface area"):
+                        self.assertAlmostEqual(float(exact_values[label]), float(sampled_values[label]), delta=0.0015)
+
     def test_the_report_is_in_english_by_default(self):
         self.assert_done(self.volume("10"))
         self.assertEqual(self.report().split("\n"), [

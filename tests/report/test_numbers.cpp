@@ -1,4 +1,5 @@
 // Comparing, rounding and printing numbers.
+#include <array>
 #include <clocale>
 #include <locale>
 
@@ -76,6 +77,34 @@ TEST(Numbers, ToString) {
   for (const auto& row : rows) {
     EXPECT_EQ(row.expected, U::toString(row.v)) << row.v;
     EXPECT_EQ(row.expected, U::l2kNonLocalized(row.v)) << row.v;
+  }
+}
+
+std::string written(double v) {
+  std::array<char, detail::kLongestText> text;
+  return std::string(text.data(), detail::writeText(v, text.data()));
+}
+
+TEST(Numbers, WriteTextIsToString) {
+  for (const double v : slow::specialNumbers()) {
+    EXPECT_EQ(slow::toString(v), written(v)) << v;
+    EXPECT_EQ(slow::toString(-v), written(-v)) << v;
+  }
+  for (const double v : {0.5e-6, 1.5e-6, 0.9999995, 0.99999949999999994, 9.9999995, 999999.9999995, 0.015625, 1.0000005,
+                         4503599627370495.5, 9007199254740991.0, 9007199254740992.0, 9007199254740994.0}) {
+    for (const int steps : {-1, 0, 1}) {
+      EXPECT_EQ(slow::toString(slow::neighbour(v, steps)), written(slow::neighbour(v, steps))) << v << " " << steps;
+    }
+  }
+}
+
+TEST(Numbers, WriteTextOnRandomNumbers) {
+  std::mt19937_64 random(22);
+  for (int i = 0; i < 400'000; ++i) {
+    const double v = i % 4 == 0   ? slow::anyDouble(random)
+                     : i % 4 == 1 ? slow::sized(random, -30, 60)
+                                  : slow::nearTie(random, 6, 1e9);
+    ASSERT_EQ(slow::toString(v), written(v)) << std::hexfloat << v;
   }
 }
 

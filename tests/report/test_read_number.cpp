@@ -139,4 +139,56 @@ TEST(ReadNumber, RandomSoup) {
   }
 }
 
+// Numbers of the form that is read by arithmetic, and those just outside it.
+TEST(ReadNumber, PlainDecimals) {
+  std::mt19937_64 random(13);
+  for (int i = 0; i < 300'000; ++i) {
+    std::string text(1 + random() % 18, '0');
+    for (char& c : text) c = static_cast<char>('0' + random() % 10);
+    if (i % 4 != 0) text.insert(random() % (text.size() + 1), 1, '.');
+    if (i % 3 == 0) text.insert(0, 1, '-');
+    ASSERT_PRED2(slow::sameBits, slow::read(text), detail::readNumber(text)) << text;
+  }
+}
+
+TEST(ReadInteger, AsTheCLibraryReads) {
+  for (const char* text : {"0",
+                           "12",
+                           " \t\n12",
+                           "+7",
+                           "-7",
+                           "+-7",
+                           "-+7",
+                           "--7",
+                           "",
+                           "-",
+                           "+",
+                           "P1",
+                           "12x",
+                           "1.9",
+                           "1e3",
+                           "0x10",
+                           "007",
+                           "2147483648",
+                           "-2147483649",
+                           "9223372036854775807",
+                           "9223372036854775808",
+                           "-9223372036854775808",
+                           "-9223372036854775809",
+                           "99999999999999999999999"}) {
+    EXPECT_EQ(std::strtoll(text, nullptr, 10), detail::readInteger(text)) << "'" << text << "'";
+  }
+  EXPECT_EQ(12, detail::readInteger(std::string_view("123").substr(0, 2)));
+}
+
+TEST(ReadInteger, RandomSoup) {
+  const std::string alphabet = "0123456789+- \tx.";
+  std::mt19937_64 random(14);
+  for (int i = 0; i < 100'000; ++i) {
+    std::string text(random() % 24, ' ');
+    for (char& c : text) c = alphabet[random() % alphabet.size()];
+    ASSERT_EQ(std::strtoll(text.c_str(), nullptr, 10), detail::readInteger(text)) << "'" << text << "'";
+  }
+}
+
 }  // namespace

@@ -211,6 +211,9 @@ TEST(Queries, WithoutATinThereIsNothing) {
   EXPECT_EQ(0, surface.checkSurfacePoint(500, 1000, &z));
   EXPECT_EQ(-1.0, z);
   EXPECT_EQ(nullptr, surface.getFillCut(10.0));
+  OwnedSurface other(risingSquare());
+  EXPECT_EQ(nullptr, surface.getFillCut(other.getCEType()));
+  EXPECT_EQ(nullptr, other.getFillCut(surface.getCEType()));
   EXPECT_EQ(0, surface.setRangeList({}));
 }
 
@@ -226,6 +229,31 @@ TEST(GetFillCut, AgainstALevel) {
   EXPECT_STREQ("Site", RecordLayout::surfaceName(*result));
   EXPECT_STREQ("", RecordLayout::refSurfaceName(*result));
   EXPECT_DOUBLE_EQ(100.0, RecordLayout::twoDArea(*result));
+}
+
+// The square's mean height is 15.5, and so is the reference's everywhere.
+TEST(GetFillCut, AgainstAnotherTin) {
+  OwnedSurface surface(risingSquare());
+  OwnedSurface level({{100, 200, 15.5}, {110, 200, 15.5}, {110, 210, 15.5}, {100, 210, 15.5}, {105, 203, 15.5}});
+  const std::unique_ptr<FillCutResult> result(surface.getFillCut(level.getCEType()));
+  ASSERT_NE(nullptr, result);
+  EXPECT_NEAR(12.5, result->getFillVolume(), 1e-6);
+  EXPECT_NEAR(12.5, result->getCutVolume(), 1e-6);
+  EXPECT_STREQ("Site", RecordLayout::surfaceName(*result));
+  EXPECT_STREQ("", RecordLayout::refSurfaceName(*result));
+  EXPECT_DOUBLE_EQ(100.0, RecordLayout::twoDArea(*result));
+}
+
+TEST(GetFillCut, AgainstALevelWithinABoundary) {
+  OwnedSurface surface(risingSquare());
+  RangePoint corners[4] = {{"A", 202, 102, 0}, {"B", 202, 108, 0}, {"C", 208, 108, 0}, {"D", 208, 102, 0}};
+  surface.setRangeList({&corners[0], &corners[1], &corners[2], &corners[3]});
+  const std::unique_ptr<FillCutResult> result(surface.getFillCut(10.0));
+  ASSERT_NE(nullptr, result);
+  EXPECT_NEAR(36.0, result->getCutTwoDArea(), 0.1);
+  EXPECT_NEAR(36.0 * 5.5, result->getCutVolume(), 0.5);
+  EXPECT_EQ(0.0, result->getFillVolume());
+  EXPECT_STREQ("Site", RecordLayout::surfaceName(*result));
 }
 
 TEST(FillCut, LevelsThatAreNoNumbers) {

@@ -1,10 +1,13 @@
 // isPtInPolygon() against exact whole-number arithmetic on lattice polygons, which are full of vertical sides, repeated
 // x and points on sides: all that a crossing count gets wrong.
+#include <algorithm>
 #include <cstdint>
 #include <memory>
+#include <utility>
 
 #include <OrvikDTMAlgorithm/tin/Surface.h>
 #include <OrvikDTMAlgorithm/tin/TPoint.h>
+#include <boost/multiprecision/cpp_int.hpp>
 #include <gtest/gtest.h>
 
 #include "Inputs.h"
@@ -92,6 +95,48 @@ TEST(IsPtInPolygon, AgreesOnRectilinearPolygons) {
     }
     lattice.push_back({0, lattice.back().y});
     ASSERT_EQ(PolygonUnderTest(lattice).differences(-1, 7), 0) << "polygon " << round;
+  }
+}
+
+using Rational = boost::multiprecision::cpp_rational;
+
+// Counts what crosses the ray towards +y, in rational numbers: a vertical side crosses no such ray, and a side takes
+// its left end and leaves its right one.
+bool insideOrOnByRationals(const std::vector<Lattice>& polygon, const Rational& x, const Rational& y) {
+  bool inside = false;
+  for (std::size_t i = 0; i < polygon.size(); ++i) {
+    Lattice a = polygon[i];
+    Lattice b = polygon[(i + 1) % polygon.size()];
+    if (a.x > b.x) std::swap(a, b);
+    if (a.x == b.x) {
+      if (x == a.x && y >= std::min(a.y, b.y) && y <= std::max(a.y, b.y)) return true;
+      continue;
+    }
+    if (x < a.x || x > b.x) continue;
+    const Rational onSide = a.y + (x - a.x) * Rational(b.y - a.y, b.x - a.x);
+    if (onSide == y) return true;
+    if (x < b.x && onSide > y) inside = !inside;
+  }
+  return inside;
+}
+
+TEST(IsPtInPolygon, AgreesWithRationalsBetweenTheLatticePointsOfPolygonsWithVerticalSides) {
+  inputs::Random random(6);
+  for (int round = 0; round < 3000; ++round) {
+    std::vector<Lattice> lattice;
+    for (std::int64_t i = random.between(1, 4); i > 0; --i) {
+      lattice.push_back({random.between(0, 6), random.between(0, 6)});
+      lattice.push_back({lattice.back().x, random.between(0, 6)});  // a vertical side
+      if (random.between(0, 2) == 0) lattice.push_back({random.between(0, 6), random.between(0, 6)});
+    }
+    const PolygonUnderTest polygon(lattice);
+    for (int i = 0; i < 40; ++i) {
+      const std::int64_t quartersX = i % 2 == 0 ? 4 * random.between(-1, 7) : random.between(-4, 28);
+      const std::int64_t quartersY = random.between(-4, 28);
+      ASSERT_EQ(polygon.contains(static_cast<double>(quartersX) / 4, static_cast<double>(quartersY) / 4),
+                insideOrOnByRationals(lattice, Rational(quartersX, 4), Rational(quartersY, 4)))
+          << "polygon " << round << ", quarters " << quartersX << "," << quartersY;
+    }
   }
 }
 

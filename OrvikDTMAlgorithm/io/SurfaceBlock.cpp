@@ -1,0 +1,105 @@
+// A surface to bytes and back.
+#include <memory>
+
+#include <OrvikDTMAlgorithm/io/ByteReader.h>
+#include <OrvikDTMAlgorithm/io/ByteVector.h>
+#include <OrvikDTMAlgorithm/io/SurfaceBlock.h>
+
+inline namespace OrvikDTM {
+namespace {
+
+using detail::SurfaceBlock;
+
+// The version of the format that holds a TIN behind the points.
+constexpr int kVersionWithTIN = 1;
+
+// Records that nobody owns yet.
+class NewPoints {
+ public:
+  explicit NewPoints(std::size_t count) { points_.reserve(count); }
+  ~NewPoints() {
+    for (const SurfacePoint* point : points_) delete point;
+  }
+  NewPoints(const NewPoints&) = delete;
+  NewPoints& operator=(const NewPoints&) = delete;
+
+  SurfacePoint& add(const SurfacePoint& point) { return *points_.emplace_back(new SurfacePoint(point)); }
+
+  void handOverTo(std::vector<SurfacePoint*>& owner) {
+    owner = std::move(points_);
+    points_.clear();
+  }
+
+ private:
+  std::vector<SurfacePoint*> points_;
+};
+
+void readPoints(const unsigned char* record, std::size_t count, const char* surfaceName, const detail::NameField& names,
+                NewPoints& points) {
+  SurfacePoint point;
+  point.setSurfaceName(surfaceName);
+  for (std::size_t i = 0; i < count; ++i, record += SurfaceBlock::kPointBytes) {
+    char name[kNameSize];
+    names.read(name, record);
+    point.setSurfacePointName(name);
+    point.setN(detail::readDouble(record + SurfaceBlock::kNorthingOffset));
+    point.setE(detail::readDouble(record + SurfaceBlock::kEastingOffset));
+    point.setZ(detail::readDouble(record + SurfaceBlock::kElevationOffset));
+    points.add(point);
+  }
+}
+
+}  // namespace
+
+std::vector<unsigned char> DTMSurface::toBytes() {
+  const CEType* tin = getCEType();
+  detail::ByteVector bytes(detail::surfaceBytes(*this, tin));
+  detail::writeSurface(*this, tin, bytes);
+  return bytes.take();
+}
+
+bool DTMSurface::tryParse(const unsigned char* block, int version, int length) {
+  return block != nullptr && length > 0 && parse(block, version, static_cast<std::size_t>(length));
+}
+
+bool DTMSurface::parse(const unsigned char* block, int version, std::size_t length) {
+  detail::ByteReader reader(block, length);
+  const unsigned char* head = reader.take(SurfaceBlock::kHeadBytes);
+  if (head == nullptr) return false;
+  const std::int32_t count = detail::readInt32(head + SurfaceBlock::kPointCountOffset);
+  const unsigned char* records =
+      count < 0 ? nullptr : reader.take(std::uint64_t{SurfaceBlock::kPointBytes} * static_cast<unsigned>(count));
+
+  const detail::NameField names;
+  const bool replacesTIN = records != nullptr && version == kVersionWithTIN;
+  if (!replacesTIN) keepPromise();  // something of the promised TIN stays: itself, or its extent
+  names.read(surfaceName, head);
+  readStatistics(head + SurfaceBlock::kTriangleCountOffset);
+  if (records == nullptr) return false;
+
+  NewPoints points(static_cast<std::size_t>(count));
+  readPoints(records, static_cast<std::size_t>(count), surfaceName, names, points);
+  std::unique_ptr<CEType> tin;
+  if (version == kVersionWithTIN) tin.reset(CEType::tryParse(reader.take(0), reader.left()));
+
+  dropModel();  // also one that version 1 does not replace: it is that of other points
+  points.handOverTo(surfacePoints);
+  pointsNumber = count;
+  arrayBegin = nullptr;
+  arrayEnd = nullptr;
+  ceType = tin.release();
+  if (version == kVersionWithTIN) refreshExtent();
+  return true;
+}
+
+void DTMSurface::readStatistics(const unsigned char* bytes) {
+  statistics.trianglesNumber = detail::readInt32(bytes);
+  bytes += detail::kInt32Bytes;
+  for (double* v : {&statistics.twoDArea, &statistics.threeDArea, &statistics.minElev, &statistics.maxElev,
+                    &statistics.perimeterTwoD, &statistics.perimeterThreeD}) {
+    *v = detail::readDouble(bytes);
+    bytes += detail::kDoubleBytes;
+  }
+}
+
+}  // namespace OrvikDTM

@@ -1,0 +1,176 @@
+// Files as wholes: read in one call, written so that nothing is lost, removed, listed. The same on every system; what
+// differs stands behind Files.h.
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <random>
+
+#include <OrvikDTMAlgorithm/platform/FileSink.h>
+#include <OrvikDTMAlgorithm/platform/Files.h>
+#include <OrvikDTMAlgorithm/platform/Platform.h>
+
+inline namespace OrvikDTM {
+namespace detail {
+
+namespace fs = std::filesystem;
+
+FileSink::FileSink(std::FILE* file) : file_(file), buffer_(std::make_unique_for_overwrite<unsigned char[]>(kCapacity)) {
+  std::setvbuf(file, nullptr, _IONBF, 0);  // the buffer here is the only one
+}
+
+void FileSink::append(std::string_view bytes) {
+  writeOut();
+  write(bytes.data(), bytes.size());
+}
+
+bool FileSink::finish() {
+  writeOut();
+  return !failed_;
+}
+
+void FileSink::writeOut() {
+  write(buffer_.get(), used_);
+  used_ = 0;
+}
+
+void FileSink::write(const void* bytes, std::size_t count) {
+  if (failed_ || count == 0) return;
+  failed_ = std::fwrite(bytes, 1, count, file_) != count;
+}
+
+std::string uniqueSuffix() {
+  std::random_device random;
+  const std::uint64_t number = (std::uint64_t{random()} << 32) | random();
+  return std::to_string(number);
+}
+
+namespace {
+
+template <typename Contents>
+bool readWhole(const char* path, Contents& contents) {
+  const File file = path == nullptr ? nullptr : openFile(existingPath(path), kReadBytes);
+  if (!file) return false;
+  std::setvbuf(file.get(), nullptr, _IONBF, 0);  // straight to where it stays
+  // One byte more than the size tells the end of an ordinary file in one read; pipes and the like have no size and are
+  // read in growing steps.
+  constexpr std::size_t kSmallestStep = 65536;
+  constexpr std::size_t kWorthLargePages = std::size_t{4} << 20;
+  std::size_t length = 0;
+  const std::size_t expected = sizeOf(file.get()) + 1;
+  contents.reserve(expected);
+  if (expected >= kWorthLargePages) preferLargePages(contents.data(), expected);
+  contents.resize(expected);
+  for (;;) {
+    length += std::fread(contents.data() + length, 1, contents.size() - length, file.get());
+    if (length < contents.size()) break;
+    contents.resize(contents.size() + std::max(contents.size(), kSmallestStep));
+  }
+  contents.resize(length);
+  return std::ferror(file.get()) == 0;
+}
+
+// A file that is removed unless it was put in its place.
+class Unfinished {
+ public:
+  explicit Unfinished(std::string path) : path_(std::move(path)) {}
+  ~Unfinished() {
+    if (!path_.empty()) std::remove(path_.c_str());
+  }
+  Unfinished(const Unfinished&) = delete;
+  Unfinished& operator=(const Unfinished&) = delete;
+
+  bool putInPlaceOf(const std::string& target) {
+    if (!putInPlace(path_, target)) return false;
+    path_.clear();
+    return true;
+  }
+
+ private:
+  std::string path_;
+};
+
+bool fillAndClose(File file, const FillFile& fill) {
+  FileSink sink(file.get());
+  fill(sink);
+  const bool stored = sink.finish() && flushToDisk(file.get());
+  return std::fclose(file.release()) == 0 && stored;
+}
+
+// What is to be written, and how.
+struct Contents {
+  const char* mode;
+  std::size_t size;
+  const FillFile& fill;
+};
+
+Written writeInPlace(const std::string& target, const Contents& contents) {
+  File file = openFile(target, contents.mode);
+  if (!file) return Written::kNothing;
+  return fillAndClose(std::move(file), contents.fill) ? Written::kWhole : Written::kPart;
+}
+
+Written writeByReplacing(const std::string& target, const Contents& contents) {
+  FileBeside beside = createBeside(target, contents.mode);
+  if (!beside.file) {
+    if (beside.folderRefuses) return writeInPlace(target, contents);
+    std::error_code ignored;
+    return fs::exists(target, ignored) ? Written::kPart : Written::kNothing;
+  }
+  Unfinished unfinished(std::move(beside.path));
+  if (!reserveRoom(beside.file.get(), contents.size)) return Written::kPart;
+  if (!fillAndClose(std::move(beside.file), contents.fill)) return Written::kPart;
+  // A file that cannot be replaced, such as one that is mounted by itself, can still be written.
+  return unfinished.putInPlaceOf(target) ? Written::kWhole : writeInPlace(target, contents);
+}
+
+Written write(const char* path, const Contents& contents) {
+  if (path == nullptr) return Written::kNothing;
+  const std::string opened = existingPath(path);
+  switch (wayToWrite(opened)) {
+    case WayToWrite::kReplace:
+      return writeByReplacing(behindLinks(opened), contents);
+    case WayToWrite::kInPlace:
+      return writeInPlace(opened, contents);
+    case WayToWrite::kNone:
+      break;
+  }
+  return Written::kNothing;
+}
+
+}  // namespace
+
+bool readWholeFile(const char* path, std::string& contents) { return readWhole(path, contents); }
+
+bool readWholeFile(const char* path, Bytes& contents) { return readWhole(path, contents); }
+
+Written writeBinaryFile(const char* path, std::size_t size, const FillFile& fill) {
+  return write(path, {kWriteBytes, size, fill});
+}
+
+Written writeTextFile(const char* path, const std::string& text) {
+  return write(path, {kWriteText, text.size(), [&text](FileSink& sink) { sink.append(text); }});
+}
+
+bool pathExists(const char* path) {
+  std::error_code ignored;
+  return path != nullptr && fs::exists(existingPath(path), ignored);
+}
+
+bool removeFile(const char* path) {
+  const std::string existing = existingPath(path);
+  std::error_code failure;
+  return !fs::is_directory(existing, failure) && fs::remove(existing, failure);
+}
+
+std::vector<std::string> namesInFolder(const char* path) {
+  std::vector<std::string> names;
+  std::error_code failure;
+  for (fs::directory_iterator entry(existingPath(path), failure), end; !failure && entry != end;
+       entry.increment(failure)) {
+    names.push_back(entry->path().filename().string());
+  }
+  return names;
+}
+
+}  // namespace detail
+}  // namespace OrvikDTM

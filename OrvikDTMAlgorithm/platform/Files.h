@@ -1,0 +1,60 @@
+// Private to platform/. What of reading and writing files differs between systems; the rest stands in Files.cpp.
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+inline namespace OrvikDTM {
+namespace detail {
+
+struct CloseFile {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+// The modes of std::fopen: "b" leaves line breaks as they are, without it they are the platform's.
+inline constexpr const char* kReadBytes = "rb";
+inline constexpr const char* kWriteBytes = "wb";
+inline constexpr const char* kWriteText = "w";
+
+// A file that must not be touched but to be used: null when it cannot be opened. The path is used as it stands.
+File openFile(const std::string& path, const char* mode);
+
+// How many bytes an ordinary file has; 0 for what has no size, such as a pipe.
+std::size_t sizeOf(std::FILE* file);
+
+// Has the system find room for so many bytes in a new file: that is cheaper than finding it write by write, and a full
+// disk is known before the work begins. False when there is no such room; true also where nobody can tell.
+bool reserveRoom(std::FILE* file, std::size_t bytes);
+
+// Has the system put on the disk what was written. False when it could not.
+bool flushToDisk(std::FILE* file);
+
+// How a file can be written: by a new one that takes its place, only as it is (a device, a pipe), or not at all (a
+// folder, a file that may not be written).
+enum class WayToWrite { kReplace, kInPlace, kNone };
+
+WayToWrite wayToWrite(const std::string& target);
+
+// The file that `path` leads to, over symbolic links: what a new file has to replace. It need not exist.
+std::string behindLinks(const std::string& path);
+
+// The end of a name for a new file that no other process uses.
+std::string uniqueSuffix();
+
+// A new, empty file, open for writing, in the folder of `target`, with its permissions if it exists. When there is none
+// `file` is null, and `folderRefuses` tells a folder that allows no new file from a disk that is full.
+struct FileBeside {
+  File file;
+  std::string path;
+  bool folderRefuses = false;
+};
+
+FileBeside createBeside(const std::string& target, const char* mode);
+
+// Puts the file at `path` in the place of `target`, at once.
+bool putInPlace(const std::string& path, const std::string& target);
+
+}  // namespace detail
+}  // namespace OrvikDTM

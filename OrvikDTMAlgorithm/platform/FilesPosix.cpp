@@ -1,0 +1,125 @@
+// Reading and writing files on POSIX systems.
+#include <cerrno>
+#include <climits>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <OrvikDTMAlgorithm/platform/Files.h>
+#include <OrvikDTMAlgorithm/platform/Platform.h>
+
+inline namespace OrvikDTM {
+namespace detail {
+namespace {
+
+std::string folderOf(const std::string& path) {
+  const std::size_t slash = path.rfind('/');
+  return slash == std::string::npos ? "" : path.substr(0, slash + 1);
+}
+
+// What a symbolic link holds; empty when `path` is none.
+std::string linkAt(const std::string& path) {
+  std::string target(PATH_MAX, '\0');
+  const ssize_t length = readlink(path.c_str(), target.data(), target.size());
+  target.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
+  return target;
+}
+
+bool isSameFile(const std::string& a, const std::string& b) {
+  struct stat statusA {};
+  struct stat statusB {};
+  return stat(a.c_str(), &statusA) == 0 && stat(b.c_str(), &statusB) == 0 && statusA.st_dev == statusB.st_dev &&
+         statusA.st_ino == statusB.st_ino;
+}
+
+// A folder in which nothing can be made, while what is there may still be writable. Everything else that goes wrong is
+// no reason to open, and by that to empty, the old file.
+bool meansThatFolderRefuses(int error) {
+  return error == EACCES || error == EPERM || error == EROFS || error == ENAMETOOLONG;
+}
+
+// Gives a new file the permissions of the one that it will replace, and its owner as far as this process may.
+void takeOver(int file, const struct stat& from) {
+  struct stat own {};
+  const bool sameOwner = fstat(file, &own) == 0 && own.st_uid == from.st_uid && own.st_gid == from.st_gid;
+  const bool taken = sameOwner || fchown(file, from.st_uid, from.st_gid) == 0 ||
+                     fchown(file, static_cast<uid_t>(-1), from.st_gid) == 0;
+  static_cast<void>(taken);
+  constexpr mode_t kPermissions = 07777;
+  fchmod(file, from.st_mode & kPermissions);
+}
+
+}  // namespace
+
+File openFile(const std::string& path, const char* mode) { return File(std::fopen(path.c_str(), mode)); }
+
+std::size_t sizeOf(std::FILE* file) {
+  struct stat status {};
+  return fstat(fileno(file), &status) == 0 && status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
+}
+
+bool reserveRoom(std::FILE* file, std::size_t bytes) {
+#if defined(__linux__)
+  if (bytes == 0) return true;
+  return fallocate(fileno(file), FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(bytes)) == 0 || errno != ENOSPC;
+#else
+  static_cast<void>(file);
+  static_cast<void>(bytes);
+  return true;
+#endif
+}
+
+// What has no storage behind it, such as a pipe, cannot be flushed and need not be.
+bool flushToDisk(std::FILE* file) {
+  return std::fflush(file) == 0 && (fsync(fileno(file)) == 0 || errno == EINVAL || errno == EROFS || errno == ENOTSUP);
+}
+
+WayToWrite wayToWrite(const std::string& target) {
+  if (target.empty()) return WayToWrite::kNone;
+  struct stat status {};
+  if (stat(target.c_str(), &status) != 0) return WayToWrite::kReplace;
+  if (S_ISDIR(status.st_mode) || faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) return WayToWrite::kNone;
+  // Links of the kernel's own may lead to a file that has no name any more.
+  const bool hasName = isSameFile(target, behindLinks(target));
+  return S_ISREG(status.st_mode) && hasName ? WayToWrite::kReplace : WayToWrite::kInPlace;
+}
+
+std::string behindLinks(const std::string& path) {
+  constexpr int kMostLinks = 40;  // as many as the system itself follows
+  std::string reached = path;
+  for (int links = 0; links < kMostLinks; ++links) {
+    const std::string next = linkAt(reached);
+    if (next.empty()) break;
+    reached = next.front() == '/' ? next : folderOf(reached) + next;
+  }
+  return reached;
+}
+
+FileBeside createBeside(const std::string& target, const char* mode) {
+  FileBeside beside;
+  int file = -1;
+  do {
+    beside.path = folderOf(target) + ".orvikdtm-" + uniqueSuffix();
+    constexpr mode_t kAsTheUserAllows = 0666;
+    file = open(beside.path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kAsTheUserAllows);
+  } while (file < 0 && (errno == EEXIST || errno == EINTR));
+  if (file < 0) {
+    beside.folderRefuses = meansThatFolderRefuses(errno);
+    return beside;
+  }
+  struct stat old {};
+  if (stat(target.c_str(), &old) == 0) takeOver(file, old);
+  beside.file = File(fdopen(file, mode));
+  if (!beside.file) {
+    close(file);
+    unlink(beside.path.c_str());
+  }
+  return beside;
+}
+
+bool putInPlace(const std::string& path, const std::string& target) {
+  return std::rename(path.c_str(), target.c_str()) == 0;
+}
+
+}  // namespace detail
+}  // namespace OrvikDTM

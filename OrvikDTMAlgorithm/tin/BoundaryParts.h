@@ -1,0 +1,68 @@
+// A boundary polygon as trapezoids, so that convex pieces can be clipped by it: concave, self-crossing and repeating
+// itself, it counts even-odd. A sweep from south to north cuts it at the northing of every corner and crossing; a
+// trapezoid goes on for as long as the same two sides bound it. Private.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include <OrvikDTMAlgorithm/tin/BoxTree.h>
+#include <OrvikDTMAlgorithm/tin/ConvexPiece.h>
+#include <OrvikDTMAlgorithm/tin/Mesh.h>
+
+inline namespace OrvikDTM {
+namespace detail {
+
+// A side of the polygon; start is its southern end (its western, if the side runs east-west).
+struct BoundarySide {
+  Position start;
+  Position end;
+
+  double xAt(double y) const { return start.x + (y - start.y) / (end.y - start.y) * (end.x - start.x); }
+};
+
+// What lies between two sides, from one northing to another.
+struct BoundaryPart {
+  Number left;
+  Number right;
+  double low;
+  double high;
+};
+
+class BoundaryParts {
+ public:
+  // Corners that are not finite, or too far off to measure with, are passed over.
+  explicit BoundaryParts(const std::vector<TPoint*>& polygon);
+
+  enum class Place { Outside, Inside, Across };
+  Place placeOf(const Box& box) const;
+
+  // Calls visit(part) for every part whose box meets `box`.
+  template <typename Visit>
+  void visitParts(const Box& box, Visit visit) const {
+    partTree_.visitLeaves(box, [&](const BoxTree::Run& run) {
+      for (std::size_t place = run.first; place < run.last; ++place) {
+        const BoundaryPart& part = parts_[partTree_.order()[place]];
+        if (part.low <= box.maxY && box.minY <= part.high) visit(part);
+      }
+    });
+  }
+
+  // Leaves what lies in the part.
+  void clip(const BoundaryPart& part, ConvexPiece& piece, const Position& origin) const;
+
+ private:
+  bool holds(const BoundaryPart& part, const Position& p) const;
+  Box boxOf(const BoundaryPart& part) const;
+
+  std::vector<BoundarySide> sides_;
+  std::vector<BoundaryPart> parts_;
+  BoxTree sideTree_;
+  BoxTree partTree_;
+};
+
+// The parts of a polygon that is given by its sides.
+std::vector<BoundaryPart> partsOf(const std::vector<BoundarySide>& sides);
+
+}  // namespace detail
+}  // namespace OrvikDTM

@@ -1,0 +1,247 @@
+// Fill and cut without sampling. Against another network the triangles of both are overlaid, against a level each
+// triangle is a piece by itself; what the boundary cuts through is clipped by its parts. Every piece is then measured
+// as what lies between two planes.
+#include <cmath>
+#include <memory>
+#include <optional>
+
+#include <OrvikDTMAlgorithm/surface/FillCutResult.h>
+#include <OrvikDTMAlgorithm/tin/BoundaryParts.h>
+#include <OrvikDTMAlgorithm/tin/CETypeElements.h>
+#include <OrvikDTMAlgorithm/tin/CompensatedSum.h>
+#include <OrvikDTMAlgorithm/tin/ConvexPiece.h>
+#include <OrvikDTMAlgorithm/tin/Facets.h>
+
+inline namespace OrvikDTM {
+
+namespace {
+
+using detail::BoundaryPart;
+using detail::BoundaryParts;
+using detail::Box;
+using detail::BoxTree;
+using detail::CompensatedSum;
+using detail::ConvexPiece;
+using detail::Facet;
+using detail::Facets;
+using detail::PieceCorner;
+using detail::PieceMeasure;
+using detail::Position;
+using Place = BoundaryParts::Place;
+
+// Two surfaces that are nowhere further apart than this over a piece coincide there, in coordinate units. The height at
+// a place on a slope is not known better than that: at an easting of 38 500 000 the place is a multiple of 7e-9.
+constexpr double kCoincidence = 1e-7;
+
+// A boundary needs three points to limit anything.
+constexpr std::size_t kFewestBoundaryPoints = 3;
+
+// What a piece is part of, in whole: fill, cut, or both, so that it has to be split; or neither.
+enum class Kind { Neither, Fill, Cut, Both };
+
+// What is found on one side.
+struct Side {
+  CompensatedSum planArea;
+  CompensatedSum spatialArea;
+  CompensatedSum volume;
+
+  void add(const PieceMeasure& measure, double spread, double sign) {
+    planArea.add(measure.area);
+    spatialArea.add(measure.area * spread);
+    volume.add(sign * measure.content);
+  }
+};
+
+// Rounding may leave a sum over slivers alone on the wrong side of 0; what is no number stays so.
+double nonNegative(const CompensatedSum& sum) { return sum.value() < 0 ? 0.0 : sum.value(); }
+
+class Account {
+ public:
+  // Measures a piece of a triangle whose area along the surface is `spread` times its plan area.
+  void add(const ConvexPiece& piece, Kind kind, double spread) {
+    const PieceMeasure whole = piece.measure();
+    coverage_.add(whole.area);
+    if (kind == Kind::Fill) fill_.add(whole, spread, -1.0);
+    if (kind == Kind::Cut) cut_.add(whole, spread, 1.0);
+    if (kind != Kind::Both) return;
+    ConvexPiece above(piece);
+    above.clip([](const PieceCorner& p) { return p.difference; });
+    cut_.add(above.measure(), spread, 1.0);
+    ConvexPiece below(piece);
+    below.clip([](const PieceCorner& p) { return -p.difference; });
+    fill_.add(below.measure(), spread, -1.0);
+  }
+
+  double coverage() const { return nonNegative(coverage_); }
+
+  std::unique_ptr<FillCutResult> result(const TINMeasures& totals) const {
+    auto record = std::make_unique<FillCutResult>();
+    record->setFillTwoDArea(nonNegative(fill_.planArea));
+    record->setFillThreeDArea(nonNegative(fill_.spatialArea));
+    record->setFillVolume(nonNegative(fill_.volume));
+    record->setCutTwoDArea(nonNegative(cut_.planArea));
+    record->setCutThreeDArea(nonNegative(cut_.spatialArea));
+    record->setCutVolume(nonNegative(cut_.volume));
+    record->setTwoDArea(totals.area2D);
+    record->setThreeDArea(totals.area3D);
+    record->setPerimeterTwoD(totals.length2D);
+    record->setPerimeterThreeD(totals.length3D);
+    return record;
+  }
+
+ private:
+  Side fill_;
+  Side cut_;
+  CompensatedSum coverage_;
+};
+
+struct Differences {
+  double least;
+  double most;
+};
+
+Differences differencesOf(const ConvexPiece& piece) {
+  Differences d{piece[0].difference, piece[0].difference};
+  for (std::size_t i = 1; i < piece.size(); ++i) {
+    d.least = std::min(d.least, piece[i].difference);
+    d.most = std::max(d.most, piece[i].difference);
+  }
+  return d;
+}
+
+// Against another surface: what coincides is neither.
+Kind kindBetween(const Differences& d) {
+  if (d.least >= -kCoincidence && d.most <= kCoincidence) return Kind::Neither;
+  if (d.least >= 0) return Kind::Cut;
+  return d.most <= 0 ? Kind::Fill : Kind::Both;
+}
+
+// Against a level, which is exact: what lies in the level is fill.
+Kind kindAgainstLevel(const Differences& d) {
+  if (d.most <= 0) return Kind::Fill;
+  return d.least >= 0 ? Kind::Cut : Kind::Both;
+}
+
+// The boundary, or none.
+class Limit {
+ public:
+  explicit Limit(const std::vector<TPoint*>& polygon) {
+    if (polygon.size() >= kFewestBoundaryPoints) parts_.emplace(polygon);
+  }
+
+  Place placeOf(const Box& box) const { return parts_ ? parts_->placeOf(box) : Place::Inside; }
+
+  // Adds what lies within the boundary of a piece relative to `origin`; `place` is that of a box around the piece.
+  void add(const ConvexPiece& piece, const Position& origin, Place place, Kind kind, double spread,
+           Account& account) const {
+    Box box{};
+    if (place == Place::Across) {
+      const Box relative = piece.box();
+      box = {relative.minX + origin.x, relative.minY + origin.y, relative.maxX + origin.x, relative.maxY + origin.y};
+      place = placeOf(box);
+    }
+    if (place == Place::Outside) return;
+    if (place == Place::Inside) return account.add(piece, kind, spread);
+    parts_->visitParts(box, [&](const BoundaryPart& part) {
+      ConvexPiece within(piece);
+      parts_->clip(part, within, origin);
+      if (!within.isEmpty()) account.add(within, kind, spread);
+    });
+  }
+
+ private:
+  std::optional<BoundaryParts> parts_;
+};
+
+double widthOf(const Facet& facet) { return facet.p[2].x - facet.p[0].x; }
+
+class Overlay {
+ public:
+  Overlay(const Facets& measured, const Facets& reference, const Limit& limit, Account& account)
+      : measured_(measured), reference_(reference), limit_(limit), account_(account) {}
+
+  // Neighbours ask for the same triangles of the reference, so those are looked up for a leaf at a time.
+  void run() {
+    for (std::size_t i = 0; i < measured_.tree().leafCount(); ++i) {
+      candidates_.clear();
+      reference_.tree().visitLeaves(measured_.tree().boxOfLeaf(i), [this](const BoxTree::Run& run) {
+        for (std::size_t place = run.first; place < run.last; ++place) {
+          candidates_.push_back({reference_.inTreeOrder()[place].box(), place});
+        }
+      });
+      if (candidates_.empty()) continue;
+      const BoxTree::Run leaf = measured_.tree().leaf(i);
+      for (std::size_t place = leaf.first; place < leaf.last; ++place) addTriangle(measured_.inTreeOrder()[place]);
+    }
+  }
+
+ private:
+  struct Candidate {
+    Box box;
+    std::size_t place;
+  };
+
+  void addTriangle(const Facet& facet) {
+    const Box box = facet.box();
+    const Place place = limit_.placeOf(box);
+    if (place == Place::Outside) return;
+    for (const Candidate& candidate : candidates_) {
+      if (candidate.box.meets(box)) addPair(facet, reference_.inTreeOrder()[candidate.place], place);
+    }
+  }
+
+  // The smaller triangle is clipped by the larger one, in coordinates relative to a corner of it.
+  void addPair(const Facet& facet, const Facet& other, Place place) {
+    const bool isSmaller = widthOf(facet) <= widthOf(other);
+    const Facet& smaller = isSmaller ? facet : other;
+    const Position origin = smaller.p[0];
+    ConvexPiece piece = smaller.piece(origin, 0.0);
+    (isSmaller ? other : facet).clip(piece, origin);
+    if (piece.isEmpty()) return;
+    const double apart = facet.z[0] - other.z[0];
+    for (std::size_t i = 0; i < piece.size(); ++i) {
+      PieceCorner& p = piece[i];
+      p.difference = apart + (facet.rise(p.x, p.y, origin) - other.rise(p.x, p.y, origin));
+    }
+    limit_.add(piece, origin, place, kindBetween(differencesOf(piece)), facet.spread, account_);
+  }
+
+  const Facets& measured_;
+  const Facets& reference_;
+  const Limit& limit_;
+  Account& account_;
+  std::vector<Candidate> candidates_;
+};
+
+void addAgainstLevel(const Facet& facet, double level, const Limit& limit, Account& account) {
+  const Place place = limit.placeOf(facet.box());
+  if (place == Place::Outside) return;
+  const Position origin = facet.p[0];
+  const ConvexPiece piece = facet.piece(origin, level);
+  limit.add(piece, origin, place, kindAgainstLevel(differencesOf(piece)), facet.spread, account);
+}
+
+}  // namespace
+
+FillCutResult* CEType::getFillCutExact(CEType* reference, double* coverage) {
+  if (coverage != nullptr) *coverage = 0.0;
+  if (reference == nullptr) return nullptr;
+  Account account;
+  const Limit limit(rangeList_);
+  Overlay(Facets(*this), Facets(*reference), limit, account).run();
+  if (coverage != nullptr) *coverage = account.coverage();
+  return account.result(getMeasures()).release();
+}
+
+FillCutResult* CEType::getFillCutExact(double elevation, double* coverage) {
+  Account account;
+  const Limit limit(rangeList_);
+  Facet facet{};
+  for (int tri = 1; tri <= triangleCount(); ++tri) {
+    if (Facet::make(*this, tri, facet)) addAgainstLevel(facet, elevation, limit, account);
+  }
+  if (coverage != nullptr) *coverage = account.coverage();
+  return account.result(getMeasures()).release();
+}
+
+}  // namespace OrvikDTM

@@ -1,0 +1,141 @@
+// A polygon cut into trapezoids: every point lies in as many parts as it should, for simple and self-crossing polygons.
+#include <cmath>
+#include <memory>
+#include <numbers>
+
+#include <OrvikDTMAlgorithm/tin/BoundaryParts.h>
+#include <OrvikDTMAlgorithm/tin/Orientation.h>
+#include <OrvikDTMAlgorithm/tin/Surface.h>
+#include <gtest/gtest.h>
+
+#include "Inputs.h"
+#include "TINSupport.h"
+
+namespace {
+
+using detail::BoundaryPart;
+using detail::BoundaryParts;
+using detail::Box;
+using detail::ConvexPiece;
+using detail::Position;
+using support::OwnedPoints;
+
+// How much of a small square around a position the parts cover, with overlaps counted as often as they occur.
+double shareInParts(const BoundaryParts& parts, double x, double y, double half) {
+  ConvexPiece square;
+  square.add({-half, -half, 0});
+  square.add({half, -half, 0});
+  square.add({half, half, 0});
+  square.add({-half, half, 0});
+  double area = 0;
+  parts.visitParts({x - half, y - half, x + half, y + half}, [&](const BoundaryPart& part) {
+    ConvexPiece piece(square);
+    parts.clip(part, piece, {x, y});
+    area += piece.measure().area;
+  });
+  return area / (4 * half * half);
+}
+
+double distance(const OwnedPoints& polygon, double x, double y) {
+  double least = 1e300;
+  for (std::size_t i = 0; i < polygon.size(); ++i) {
+    const TPoint& a = *polygon[i];
+    const TPoint& b = *polygon[(i + 1) % polygon.size()];
+    const double dx = b.getX() - a.getX();
+    const double dy = b.getY() - a.getY();
+    const double length = dx * dx + dy * dy;
+    const double t = length == 0 ? 0 : std::clamp(((x - a.getX()) * dx + (y - a.getY()) * dy) / length, 0.0, 1.0);
+    least = std::min(least, std::hypot(a.getX() + t * dx - x, a.getY() + t * dy - y));
+  }
+  return least;
+}
+
+// Squares that no side touches lie in one part's worth of parts or in none, as the even-odd test says of their centres.
+void expectEvenOdd(const OwnedPoints& polygon, double x0, double y0, double side, std::uint64_t seed) {
+  const BoundaryParts parts(polygon.pointers());
+  inputs::Random random(seed);
+  int inside = 0;
+  for (int i = 0; i < 400; ++i) {
+    const TPoint p(x0 + side * (1.2 * random.unit() - 0.1), y0 + side * (1.2 * random.unit() - 0.1), 0);
+    const double half = distance(polygon, p.getX(), p.getY()) / 2;
+    if (half < 1e-6) continue;
+    const bool isInside = Surface::isPtInPolygon(&p, polygon.pointers());
+    inside += isInside ? 1 : 0;
+    const Box box{p.getX() - half, p.getY() - half, p.getX() + half, p.getY() + half};
+    ASSERT_EQ(parts.placeOf(box), isInside ? BoundaryParts::Place::Inside : BoundaryParts::Place::Outside);
+    ASSERT_NEAR(shareInParts(parts, p.getX(), p.getY(), half), isInside ? 1.0 : 0.0, 1e-6);
+    const double more = 4 * half;
+    ASSERT_EQ(parts.placeOf({p.getX() - more, p.getY() - more, p.getX() + more, p.getY() + more}),
+              BoundaryParts::Place::Across);
+  }
+  EXPECT_GT(inside, 0);
+}
+
+TEST(BoundaryParts, RandomPolygonsThatCrossThemselvesCountEvenOdd) {
+  for (std::uint64_t seed = 1; seed <= 20; ++seed) {
+    SCOPED_TRACE(seed);
+    inputs::Random random(seed);
+    const double x0 = seed % 2 == 0 ? 38500000 : 0;
+    OwnedPoints polygon;
+    const int corners = 3 + static_cast<int>(seed) * 3;
+    for (int i = 0; i < corners; ++i) {
+      polygon.add(x0 + static_cast<double>(random.between(0, 20)), static_cast<double>(random.between(0, 20)), 0);
+    }
+    expectEvenOdd(polygon, x0, 0, 20, seed);
+  }
+}
+
+// Every second corner far round the circle: a thousand sides cross each other half a million times, and many of them
+// in the middle.
+TEST(BoundaryParts, StarsOfManyCrossingsCountEvenOdd) {
+  for (const int corners : {5, 101, 501}) {
+    OwnedPoints polygon;
+    for (int i = 0; i < corners; ++i) {
+      const double angle = 2 * std::numbers::pi * i * (corners / 2) / corners;
+      polygon.add(50 + 50 * std::cos(angle), 50 + 50 * std::sin(angle), 0);
+    }
+    expectEvenOdd(polygon, 0, 0, 100, 7);
+  }
+}
+
+TEST(BoundaryParts, ManySidesThroughOnePointCountEvenOdd) {
+  OwnedPoints polygon;
+  constexpr int kSpokes = 60;
+  for (int i = 0; i < kSpokes; ++i) {
+    const double sign = i % 2 == 0 ? 1 : -1;
+    const double at = i % 4 < 2 ? 1 : -1;
+    polygon.add(50 + sign * at * (50 - i), 50 + sign * 32, 0);
+  }
+  expectEvenOdd(polygon, 0, 18, 64, 8);
+}
+
+// Two rows of corners in random order: all crossings lie in one band.
+TEST(BoundaryParts, AllCrossingsInOneBandCountEvenOdd) {
+  inputs::Random random(11);
+  OwnedPoints polygon;
+  for (int i = 0; i < 300; ++i) polygon.add(static_cast<double>(random.between(0, 1000)), i % 2 == 0 ? 0 : 1000, 0);
+  expectEvenOdd(polygon, 0, 0, 1000, 9);
+}
+
+TEST(BoundaryParts, CombOfThousandsOfTeethHasAPartForEach) {
+  OwnedPoints polygon;
+  constexpr int kTeeth = 2000;
+  for (int i = 0; i < kTeeth; ++i) {
+    polygon.add(i, 0, 0);
+    polygon.add(i + 0.5, 100 + (i * 7919) % 1000 * 0.01, 0);
+  }
+  polygon.add(kTeeth, 0, 0);
+  polygon.add(kTeeth, -10, 0);
+  polygon.add(0, -10, 0);
+  std::vector<detail::BoundarySide> sides;
+  for (std::size_t i = 0; i < polygon.size(); ++i) {
+    const TPoint* a = polygon[i];
+    const TPoint* b = polygon[(i + 1) % polygon.size()];
+    if (a->getY() > b->getY()) std::swap(a, b);
+    sides.push_back({{a->getX(), a->getY()}, {b->getX(), b->getY()}});
+  }
+  EXPECT_EQ(detail::partsOf(sides).size(), static_cast<std::size_t>(kTeeth) + 1);
+  expectEvenOdd(polygon, 0, -10, 120, 10);
+}
+
+}  // namespace
