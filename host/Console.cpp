@@ -4,24 +4,37 @@
 
 #include <OrvikDTMAlgorithm/report/U.h>
 
+#include "Progress.h"
 #include "UserText.h"
 
 namespace console {
 
 namespace {
-constexpr int kLabelWidth = 22;
+
 constexpr int kDecimals = 3;
+
+bool warningsAllowed = true;
+
 }  // namespace
 
-void warn(const std::string& text) { std::cerr << "orvikdtm: warning: " << oneLine(text) << '\n'; }
+void allowWarnings(bool allowed) { warningsAllowed = allowed; }
 
-void error(const std::string& text) { std::cerr << "orvikdtm: " << oneLine(text) << '\n'; }
+void warn(const std::string& text) {
+  if (!warningsAllowed) return;
+  progress::clear();
+  std::cerr << "orvikdtm: warning: " << oneLine(text) << '\n';
+}
 
-void row(const std::string& label, const std::string& value) {
-  std::cout << U::appentStr4Length(label, kLabelWidth) << oneLine(value) << '\n';
+void error(const std::string& text) {
+  progress::clear();
+  std::cerr << "orvikdtm: " << oneLine(text) << '\n';
 }
 
 std::string number(double v) { return U::roundHalfUp(kDecimals, v); }
+
+std::string counted(long long count, const std::string& noun) {
+  return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
 
 void finish() {
   if (!std::cout.flush()) throw Failure("the results could not be written to standard output: is the disk full?");

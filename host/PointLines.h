@@ -1,12 +1,7 @@
 // The look through a point file before the library reads it.
-//
-// The library reads what it can and takes a field that is no number for 0, which puts a point at the origin of the
-// coordinate system. A user who mistypes a coordinate wants to be told.
 #pragma once
 
 #include <string>
-
-inline constexpr double kLargestElevation = 1e12;
 
 struct LineCount {
   int points = 0;

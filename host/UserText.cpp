@@ -1,8 +1,10 @@
 #include "UserText.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <locale>
 #include <sstream>
 
@@ -67,4 +69,27 @@ bool parseNumber(const std::string& text, double& value) {
   if (end != last) return false;
   if (fault == std::errc::result_out_of_range) return isTooSmall(number, value);
   return fault == std::errc() && std::isfinite(value);
+}
+
+// Up to fifteen digits and the powers of ten up to 10^15 are doubles, so one division rounds once, as reading would.
+bool parsePlainNumber(std::string_view text, double& value) {
+  constexpr std::size_t kMostDigits = 15;
+  constexpr std::size_t kMostWholeDigits = 12;
+  constexpr std::array<double, kMostDigits + 1> kPowers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                           1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  const bool negative = !text.empty() && text.front() == '-';
+  if (negative) text.remove_prefix(1);
+  if (text.empty() || text.size() > kMostDigits + 1) return false;
+  const std::size_t point = std::min(text.find('.'), text.size());
+  const std::size_t decimals = point == text.size() ? 0 : text.size() - point - 1;
+  if (point == 0 || point > kMostWholeDigits || point + decimals > kMostDigits) return false;
+  std::int64_t digits = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (i == point) continue;
+    if (text[i] < '0' || text[i] > '9') return false;
+    digits = digits * 10 + (text[i] - '0');
+  }
+  const double magnitude = static_cast<double>(digits) / kPowers[decimals];
+  value = negative ? -magnitude : magnitude;
+  return true;
 }

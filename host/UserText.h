@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 // The longest beginning of `text` of at most `bytes` bytes that ends between two UTF-8 characters.
 std::string cutAtCharacter(const std::string& text, std::size_t bytes);
@@ -19,3 +20,7 @@ std::string shownPath(const std::string& path);
 // The number that is the whole of `text`, blanks and tabs around it and a plus sign before it aside; false when there
 // is none, or when it is too large for a double. One that is too small for a double is 0.
 bool parseNumber(const std::string& text, double& value);
+
+// The same, quickly, for a decimal number of at most fifteen digits, twelve of them before the point, and nothing else;
+// false for every other text, number or not.
+bool parsePlainNumber(std::string_view text, double& value);

@@ -33,6 +33,10 @@ Box boxOf(const BoundarySide& side) {
   return {std::min(side.start.x, side.end.x), side.start.y, std::max(side.start.x, side.end.x), side.end.y};
 }
 
+bool meet(const Box& a, const Box& b) {
+  return a.minX <= b.maxX && b.minX <= a.maxX && a.minY <= b.maxY && b.minY <= a.maxY;
+}
+
 // Whether the box has a corner on either side of the line through a side, or one on it.
 bool straddles(const BoundarySide& side, const Box& box) {
   const int first = orientation(side.start, side.end, {box.minX, box.minY});
@@ -48,22 +52,20 @@ bool straddles(const BoundarySide& side, const Box& box) {
 
 BoundaryParts::BoundaryParts(const std::vector<TPoint*>& polygon) : sides_(sidesOf(measurableCorners(polygon))) {
   parts_ = partsOf(sides_);
-  std::vector<Box> boxes;
-  for (const BoundarySide& side : sides_) boxes.push_back(detail::boxOf(side));
+  std::vector<NumberedBox> boxes;
+  for (const BoundarySide& side : sides_) boxes.push_back({detail::boxOf(side), static_cast<Number>(boxes.size())});
   sideTree_ = BoxTree(boxes);
   boxes.clear();
-  for (const BoundaryPart& part : parts_) boxes.push_back(boxOf(part));
+  for (const BoundaryPart& part : parts_) boxes.push_back({boxOf(part), static_cast<Number>(boxes.size())});
   partTree_ = BoxTree(boxes);
 }
 
 // A box that no side touches lies inside or outside as its centre does, and no rounding changes that.
 BoundaryParts::Place BoundaryParts::placeOf(const Box& box) const {
   bool isTouched = false;
-  sideTree_.visitLeaves(box, [&](const BoxTree::Run& run) {
-    for (std::size_t place = run.first; place < run.last && !isTouched; ++place) {
-      const BoundarySide& side = sides_[sideTree_.order()[place]];
-      isTouched = detail::boxOf(side).meets(box) && straddles(side, box);
-    }
+  sideTree_.visit(box, [&](Number number) {
+    const BoundarySide& side = sides_[number];
+    isTouched = isTouched || (meet(detail::boxOf(side), box) && straddles(side, box));
   });
   if (isTouched) return Place::Across;
   const Position centre{box.minX / 2 + box.maxX / 2, box.minY / 2 + box.maxY / 2};

@@ -37,14 +37,12 @@ class BoundaryParts {
   enum class Place { Outside, Inside, Across };
   Place placeOf(const Box& box) const;
 
-  // Calls visit(part) for every part whose box meets `box`.
+  // Calls visit(part) for every part whose box meets `box`, and for few others.
   template <typename Visit>
   void visitParts(const Box& box, Visit visit) const {
-    partTree_.visitLeaves(box, [&](const BoxTree::Run& run) {
-      for (std::size_t place = run.first; place < run.last; ++place) {
-        const BoundaryPart& part = parts_[partTree_.order()[place]];
-        if (part.low <= box.maxY && box.minY <= part.high) visit(part);
-      }
+    partTree_.visit(box, [&](Number number) {
+      const BoundaryPart& part = parts_[number];
+      if (part.low <= box.maxY && box.minY <= part.high) visit(part);
     });
   }
 

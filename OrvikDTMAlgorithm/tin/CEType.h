@@ -32,7 +32,6 @@ class Triangle3;
 struct RangePoint;
 
 namespace detail {
-class Facets;
 struct Facet;
 class FlatTIN;
 class HullRing;
@@ -185,8 +184,7 @@ class ORVIKDTM_API CEType {
  private:
   friend class Surface;           // knows the local origin
   friend class detail::FlatTIN;   // copies what the lists hold
-  friend class detail::Facets;    // what exact volumes are measured on
-  friend struct detail::Facet;
+  friend struct detail::Facet;    // likewise, for exact volumes
   friend struct CETypeInternals;  // the tests' way in
 
   // The corners of a triangle: the ends of its first edge, then the end of its second edge that is neither. False when

@@ -19,7 +19,6 @@ namespace {
 using detail::BoundaryPart;
 using detail::BoundaryParts;
 using detail::Box;
-using detail::BoxTree;
 using detail::CompensatedSum;
 using detail::ConvexPiece;
 using detail::Facet;
@@ -155,63 +154,28 @@ class Limit {
 
 double widthOf(const Facet& facet) { return facet.p[2].x - facet.p[0].x; }
 
-class Overlay {
- public:
-  Overlay(const Facets& measured, const Facets& reference, const Limit& limit, Account& account)
-      : measured_(measured), reference_(reference), limit_(limit), account_(account) {}
-
-  // Neighbours ask for the same triangles of the reference, so those are looked up for a leaf at a time.
-  void run() {
-    for (std::size_t i = 0; i < measured_.tree().leafCount(); ++i) {
-      candidates_.clear();
-      reference_.tree().visitLeaves(measured_.tree().boxOfLeaf(i), [this](const BoxTree::Run& run) {
-        for (std::size_t place = run.first; place < run.last; ++place) {
-          candidates_.push_back({reference_.inTreeOrder()[place].box(), place});
-        }
-      });
-      if (candidates_.empty()) continue;
-      const BoxTree::Run leaf = measured_.tree().leaf(i);
-      for (std::size_t place = leaf.first; place < leaf.last; ++place) addTriangle(measured_.inTreeOrder()[place]);
-    }
+// The smaller triangle is clipped by the larger one, in coordinates relative to a corner of it.
+void addPair(const Facet& facet, const Facet& other, Place place, const Limit& limit, Account& account) {
+  const bool isSmaller = widthOf(facet) <= widthOf(other);
+  const Facet& smaller = isSmaller ? facet : other;
+  const Position origin = smaller.p[0];
+  ConvexPiece piece = smaller.piece(origin, 0.0);
+  (isSmaller ? other : facet).clip(piece, origin);
+  if (piece.isEmpty()) return;
+  const double apart = facet.z[0] - other.z[0];
+  for (std::size_t i = 0; i < piece.size(); ++i) {
+    PieceCorner& p = piece[i];
+    p.difference = apart + (facet.rise(p.x, p.y, origin) - other.rise(p.x, p.y, origin));
   }
+  limit.add(piece, origin, place, kindBetween(differencesOf(piece)), facet.spread, account);
+}
 
- private:
-  struct Candidate {
-    Box box;
-    std::size_t place;
-  };
-
-  void addTriangle(const Facet& facet) {
-    const Box box = facet.box();
-    const Place place = limit_.placeOf(box);
-    if (place == Place::Outside) return;
-    for (const Candidate& candidate : candidates_) {
-      if (candidate.box.meets(box)) addPair(facet, reference_.inTreeOrder()[candidate.place], place);
-    }
-  }
-
-  // The smaller triangle is clipped by the larger one, in coordinates relative to a corner of it.
-  void addPair(const Facet& facet, const Facet& other, Place place) {
-    const bool isSmaller = widthOf(facet) <= widthOf(other);
-    const Facet& smaller = isSmaller ? facet : other;
-    const Position origin = smaller.p[0];
-    ConvexPiece piece = smaller.piece(origin, 0.0);
-    (isSmaller ? other : facet).clip(piece, origin);
-    if (piece.isEmpty()) return;
-    const double apart = facet.z[0] - other.z[0];
-    for (std::size_t i = 0; i < piece.size(); ++i) {
-      PieceCorner& p = piece[i];
-      p.difference = apart + (facet.rise(p.x, p.y, origin) - other.rise(p.x, p.y, origin));
-    }
-    limit_.add(piece, origin, place, kindBetween(differencesOf(piece)), facet.spread, account_);
-  }
-
-  const Facets& measured_;
-  const Facets& reference_;
-  const Limit& limit_;
-  Account& account_;
-  std::vector<Candidate> candidates_;
-};
+void addAgainstSurface(const Facet& facet, const Facets& reference, const Limit& limit, Account& account) {
+  const Box box = facet.box();
+  const Place place = limit.placeOf(box);
+  if (place == Place::Outside) return;
+  reference.visit(box, [&](const Facet& other) { addPair(facet, other, place, limit, account); });
+}
 
 void addAgainstLevel(const Facet& facet, double level, const Limit& limit, Account& account) {
   const Place place = limit.placeOf(facet.box());
@@ -228,7 +192,11 @@ FillCutResult* CEType::getFillCutExact(CEType* reference, double* coverage) {
   if (reference == nullptr) return nullptr;
   Account account;
   const Limit limit(rangeList_);
-  Overlay(Facets(*this), Facets(*reference), limit, account).run();
+  const Facets others(*reference);
+  Facet facet{};
+  for (int tri = 1; tri <= triangleCount(); ++tri) {
+    if (Facet::make(*this, tri, facet)) addAgainstSurface(facet, others, limit, account);
+  }
   if (coverage != nullptr) *coverage = account.coverage();
   return account.result(getMeasures()).release();
 }

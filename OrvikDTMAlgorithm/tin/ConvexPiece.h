@@ -3,6 +3,7 @@
 // Coordinates are relative to an origin nearby, which keeps all digits of large eastings for the piece. Private.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 
 #include <OrvikDTMAlgorithm/FloatingPoint.h>
@@ -76,10 +77,14 @@ class ConvexPiece {
     return result;
   }
 
+  // Of a piece that is not empty.
   Box box() const {
-    Box result;
-    for (std::size_t i = 0; i < count_; ++i) {
-      result.add({corners_[i].x, corners_[i].y, corners_[i].x, corners_[i].y});
+    Box result{corners_[0].x, corners_[0].y, corners_[0].x, corners_[0].y};
+    for (std::size_t i = 1; i < count_; ++i) {
+      result.minX = std::min(result.minX, corners_[i].x);
+      result.minY = std::min(result.minY, corners_[i].y);
+      result.maxX = std::max(result.maxX, corners_[i].x);
+      result.maxY = std::max(result.maxY, corners_[i].y);
     }
     return result;
   }

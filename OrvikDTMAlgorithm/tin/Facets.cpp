@@ -84,26 +84,18 @@ void Facet::setPlane() {
   spread = std::sqrt(nx * nx + ny * ny + nz * nz) / std::fabs(nz);
 }
 
-// The tree comes first and the facets are made again in its order: that is quicker than to keep and to move them.
 Facets::Facets(const CEType& tin) {
-  const int count = tin.triangleCount();
-  std::vector<int> triangles;
-  std::vector<Box> boxes;
-  reserveLarge(triangles, static_cast<std::size_t>(count));
+  const int count = tin.getTList() == nullptr ? 0 : tin.getTList()->getListLen();
+  std::vector<NumberedBox> boxes;
+  reserveLarge(facets_, static_cast<std::size_t>(count));
   reserveLarge(boxes, static_cast<std::size_t>(count));
   Facet facet{};
   for (int tri = 1; tri <= count; ++tri) {
     if (!Facet::make(tin, tri, facet)) continue;
-    triangles.push_back(tri);
-    boxes.push_back(facet.box());
-  }
-  tree_ = BoxTree(boxes);
-  boxes = {};
-  reserveLarge(facets_, triangles.size());
-  for (const Number place : tree_.order()) {
-    Facet::make(tin, triangles[place], facet);
+    boxes.push_back({facet.box(), static_cast<Number>(facets_.size())});
     facets_.push_back(facet);
   }
+  tree_ = BoxTree(boxes);
 }
 
 }  // namespace detail

@@ -1,5 +1,5 @@
-// The triangles of a TIN as planes over plan triangles, in an order in which neighbours stand together and with a tree
-// over them: what an overlay of two networks works on. A copy; it needs the TIN no more once made. Private.
+// The triangles of a TIN as planes over plan triangles, found by their boxes: what an overlay of two networks works on.
+// A copy; it needs the TIN no more once made. Private.
 #pragma once
 
 #include <cmath>
@@ -61,12 +61,15 @@ class Facets {
   // Without the triangles of which no facet can be made.
   explicit Facets(const CEType& tin);
 
-  const std::vector<Facet>& inTreeOrder() const { return facets_; }
-  const BoxTree& tree() const { return tree_; }
+  // Calls visit(facet) for every facet whose box meets `box`, and for few others.
+  template <typename Visit>
+  void visit(const Box& box, Visit visitFacet) const {
+    tree_.visit(box, [&](Number place) { visitFacet(facets_[place]); });
+  }
 
  private:
-  BoxTree tree_;
   std::vector<Facet> facets_;
+  BoxTree tree_;
 };
 
 }  // namespace detail

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "Console.h"
-#include "PointLines.h"
+#include "Options.h"
 #include "UserText.h"
 
 namespace {
@@ -12,23 +12,14 @@ constexpr double kMostLevels = 5000.0;
 constexpr double kFittingLevels = 25.0;
 constexpr double kLeastInterval = 1e-6;
 
-double numberOf(const std::string& option, const std::string& text) {
-  double value = 0.0;
-  if (!parseNumber(text, value)) throw console::WrongUsage(option + " " + quoted(text) + " is not a number");
-  if (value > kLargestElevation || value < -kLargestElevation) {
-    throw console::WrongUsage(option + " " + quoted(text) + " is too large: give at most 1e12");
-  }
-  return value;
-}
-
 }  // namespace
 
 pictures::ContourLevels contourLevels(const std::string& interval, const std::string& base) {
-  pictures::ContourLevels levels{numberOf("--interval", interval)};
+  pictures::ContourLevels levels{options::elevationOf("--interval", interval)};
   if (levels.interval < kLeastInterval) {
-    throw console::WrongUsage("--interval " + quoted(interval) + " is too small: give a step such as 0.5");
+    throw console::WrongUsage("--interval " + quoted(interval) + " is too small: give a height such as 0.5");
   }
-  if (!base.empty()) levels.base = numberOf("--base", base);
+  if (!base.empty()) levels.base = options::elevationOf("--base", base);
   return levels;
 }
 
@@ -43,5 +34,6 @@ pictures::ContourLevels fittingLevels(const DTMSurface& surface) {
 }
 
 pictures::TerrainFacts terrainFacts(const DTMSurface& surface, const std::string& name) {
-  return {name, surface.getSurfacePoints().size(), surface.getTwoDArea(), surface.getMinElev(), surface.getMaxElev()};
+  return {name, static_cast<std::size_t>(surface.getPointsNumber()), surface.getTwoDArea(), surface.getMinElev(),
+          surface.getMaxElev()};
 }

@@ -1,13 +1,6 @@
-// `orvikdtm contours POINTS --interval I --output OUT`: contour lines as a picture or as a drawing for CAD.
+// `orvikdtm contours`: contour lines as a picture or as a drawing for CAD.
 #pragma once
 
-#include <string>
+#include "Command.h"
 
-struct ContoursOrder {
-  std::string pointFile;
-  std::string interval;
-  std::string base;
-  std::string output;
-};
-
-void contours(const ContoursOrder& order);
+Command addContours(CLI::App& app);

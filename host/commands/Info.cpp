@@ -1,33 +1,84 @@
 #include "Info.h"
 
+#include <memory>
+
+#include <CLI/CLI.hpp>
+
 #include "Console.h"
+#include "Options.h"
 #include "Paths.h"
-#include "SurveyFile.h"
+#include "PointCount.h"
+#include "Progress.h"
+#include "Results.h"
+#include "SurfaceFile.h"
+#include "TINFaultText.h"
+#include "UserText.h"
 
 namespace {
 
-std::string range(double low, double high) { return console::number(low) + " .. " + console::number(high); }
+struct InfoOrder {
+  std::string surface;
+  bool json = false;
+};
 
-// Points beyond the first at a position: every position is one vertex of the TIN.
-std::size_t repeats(DTMSurface& surface) {
-  return surface.getSurfacePoints().size() - surface.getCEType()->getOriginalList().size();
+constexpr double kRead = 0.7;
+constexpr double kCounted = 0.85;
+
+std::string stateOf(const CEType& tin, const TINCheck& check) {
+  if (!isOnlyOutline(check)) return describe(tin, check);
+  return "valid, with holes or a concave outline: " + console::number(check.areaGap) + " of its hull not covered";
+}
+
+void addCounts(DTMSurface& surface, Results& results) {
+  const PointCount points = countPoints(surface);
+  const CEType& tin = *surface.getCEType();
+  results.count("Survey points", surface.getPointsNumber());
+  results.count("Repeated positions", points.repeated);
+  results.count("Points not in the TIN", points.missing);
+  results.count("Triangles", surface.getTrianglesNumber());
+  results.count("Edges", tin.getEList()->getListLen());
+  results.count("Hull edges", tin.getCList()->getListLen());
+}
+
+void addMeasures(const DTMSurface& surface, Results& results) {
+  results.number("Plan area", surface.getTwoDArea());
+  results.number("Surface area", surface.getThreeDArea());
+  results.number("Plan perimeter", surface.getPerimeterTwoD());
+  results.number("Surface perimeter", surface.getPerimeterThreeD());
+  results.range("Elevation", surface.getMinElev(), surface.getMaxElev());
+  results.range("Easting", surface.getRangeMinX(), surface.getRangeMaxX());
+  results.range("Northing", surface.getRangeMinY(), surface.getRangeMaxY());
+}
+
+SurfacePtr read(const std::string& path) {
+  const progress::Part part(0.0, kRead);
+  return readSurfaceUnchecked(path);
+}
+
+void info(const InfoOrder& order) {
+  const std::string path = resolvedPath(order.surface);
+  const SurfacePtr surface = read(path);
+  const CEType& tin = *surface->getCEType();
+  progress::show("checking the TIN", kRead);
+  const TINCheck check = verifyTIN(tin);
+  progress::show("counting points", kCounted);
+  Results results;
+  results.text("Surface", surfaceName(path));
+  addCounts(*surface, results);
+  addMeasures(*surface, results);
+  results.text("Triangulation", stateOf(tin, check));
+  results.print(order.json);
+  if (check.valid() || isOnlyOutline(check)) return;
+  throw console::Fault(shownPath(path) + ": the TIN is not valid: " + describe(tin, check));
 }
 
 }  // namespace
 
-void info(const std::string& pointFile) {
-  const std::string points = resolvedPath(pointFile);
-  const SurfacePtr surface = readSurvey(points);
-  console::row("Surface", surfaceName(points));
-  console::row("Survey points", U::intToString(surface->getPointsNumber()));
-  console::row("Repeated positions", std::to_string(repeats(*surface)));
-  console::row("Triangles", U::intToString(surface->getTrianglesNumber()));
-  console::row("Plan area", console::number(surface->getTwoDArea()));
-  console::row("Surface area", console::number(surface->getThreeDArea()));
-  console::row("Plan perimeter", console::number(surface->getPerimeterTwoD()));
-  console::row("Surface perimeter", console::number(surface->getPerimeterThreeD()));
-  console::row("Elevation", range(surface->getMinElev(), surface->getMaxElev()));
-  console::row("Easting", range(surface->getRangeMinX(), surface->getRangeMaxX()));
-  console::row("Northing", range(surface->getRangeMinY(), surface->getRangeMaxY()));
-  console::row("Triangulation", toText(verifyTIN(*surface->getCEType())));
+Command addInfo(CLI::App& app) {
+  const auto order = std::make_shared<InfoOrder>();
+  CLI::App* const command = app.add_subcommand("info", "Print the statistics of a surface and check its TIN");
+  options::addSurface(*command, "SURFACE", order->surface);
+  options::addJson(*command, order->json);
+  options::addExample(*command, "info ground.csv");
+  return {command, {"SURFACE"}, [order] { info(*order); }};
 }

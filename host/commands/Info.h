@@ -1,6 +1,6 @@
-// `orvikdtm info FILE`: the statistics of a surface.
+// `orvikdtm info`: the statistics of a surface, and whether its TIN is valid.
 #pragma once
 
-#include <string>
+#include "Command.h"
 
-void info(const std::string& pointFile);
+Command addInfo(CLI::App& app);

@@ -1,12 +1,6 @@
-// `orvikdtm preview POINTS --output OUT.svg`: a picture of the TIN with its hull and contours.
+// `orvikdtm preview`: a picture of the TIN with its hull and contours.
 #pragma once
 
-#include <string>
+#include "Command.h"
 
-struct PreviewOrder {
-  std::string pointFile;
-  std::string interval;
-  std::string output;
-};
-
-void preview(const PreviewOrder& order);
+Command addPreview(CLI::App& app);

@@ -1,31 +1,26 @@
 #include "VolumePictures.h"
 
 #include "Console.h"
-#include "Paths.h"
+#include "OutputFile.h"
 #include "UserText.h"
 #include "pictures/HtmlPage.h"
-#include "pictures/PictureFile.h"
 
 namespace {
 
-void requireTarget(const std::string& option, const std::string& path, const std::string& ending,
-                   const std::string& survey) {
-  if (path.empty()) return;
-  if (!U::endsWith(path, ending)) {
-    throw console::WrongUsage(option + " " + quoted(path) + ": the name must end in " + ending);
-  }
-  pictures::requirePictureTarget(resolvedPath(path), option, survey);
+void requireEnding(const std::string& option, const std::string& path, const std::string& ending) {
+  if (path.empty() || U::endsWith(path, ending)) return;
+  throw console::WrongUsage(option + " " + shownPath(path) + ": the name must end in " + ending);
 }
 
-pictures::ReportFacts factsOf(const VolumeComputed& computed) {
-  const bool isLevel = computed.reference == nullptr;
-  const DTMSurface& ground = computed.ground;
+pictures::ReportFacts factsOf(const VolumeMeasurement& work, const std::string& labels) {
+  const bool isLevel = work.reference == nullptr;
+  const DTMSurface& ground = *work.ground;
   pictures::ReportFacts facts;
-  facts.computed.surface = computed.groundName;
-  facts.computed.reference = isLevel ? "level " + console::number(computed.level) + " m" : computed.referenceName;
-  facts.computed.result = &computed.result;
-  facts.labels = computed.labels;
-  facts.reference = isLevel ? pictures::reportNumber(computed.level) : computed.referenceName;
+  facts.computed.surface = work.groundName;
+  facts.computed.reference = isLevel ? "level " + console::number(work.level) + " m" : work.referenceName;
+  facts.computed.result = work.result.get();
+  facts.labels = labels;
+  facts.reference = isLevel ? pictures::reportNumber(work.level) : work.referenceName;
   facts.planArea = ground.getTwoDArea();
   facts.surfaceArea = ground.getThreeDArea();
   facts.planPerimeter = ground.getPerimeterTwoD();
@@ -35,24 +30,16 @@ pictures::ReportFacts factsOf(const VolumeComputed& computed) {
 
 }  // namespace
 
-void requirePictureTargets(const VolumePictures& files, const std::string& survey) {
-  requireTarget("--map", files.map, ".svg", survey);
-  requireTarget("--html", files.html, ".html", survey);
+void requireEndings(const VolumePictures& files) {
+  requireEnding("--map", files.map, ".svg");
+  requireEnding("--html", files.page, ".html");
 }
 
-void drawVolume(const VolumePictures& files, const VolumeComputed& computed) {
-  if (files.map.empty() && files.html.empty()) return;
-  const CEType* const reference = computed.reference == nullptr ? nullptr : computed.reference->getCEType();
-  const auto scene = pictures::fillCutScene(*computed.ground.getCEType(), reference, computed.level);
-  const pictures::ReportFacts facts = factsOf(computed);
-  if (!files.map.empty()) {
-    const std::string path = resolvedPath(files.map);
-    pictures::writePicture(path, pictures::fillCutMap(scene, facts.computed));
-    console::row("Map", path);
-  }
-  if (!files.html.empty()) {
-    const std::string path = resolvedPath(files.html);
-    pictures::writePicture(path, pictures::htmlPage(scene, facts));
-    console::row("Page", path);
-  }
+void drawVolume(const VolumePictures& files, const VolumeMeasurement& work, const std::string& labels) {
+  if (files.map.empty() && files.page.empty()) return;
+  const CEType* const reference = work.reference == nullptr ? nullptr : work.reference->getCEType();
+  const pictures::FillCutScene scene = pictures::fillCutScene(*work.ground->getCEType(), reference, work.level);
+  const pictures::ReportFacts facts = factsOf(work, labels);
+  if (!files.map.empty()) writeText(files.map, "map", pictures::fillCutMap(scene, facts.computed));
+  if (!files.page.empty()) writeText(files.page, "page", pictures::htmlPage(scene, facts));
 }

@@ -1,28 +1,18 @@
-// The pictures of a volume computation: `--map OUT.svg` and `--html OUT.html`.
+// The pictures of a volume computation: a map, and a page with report, map and 3-D view.
 #pragma once
 
 #include <string>
 
-#include <OrvikDTMAlgorithm/OrvikDTMAlgorithm.h>
+#include "VolumeMeasurement.h"
 
+// Resolved paths; empty: none.
 struct VolumePictures {
-  std::string map;   // empty: none
-  std::string html;  // empty: none
+  std::string map;
+  std::string page;
 };
 
-// What was computed. `reference` is null for a level; the boundary is that of the ground's TIN.
-struct VolumeComputed {
-  DTMSurface& ground;
-  std::string groundName;
-  DTMSurface* reference;
-  std::string referenceName;
-  double level;
-  const FillCutResult& result;
-  std::string labels;
-};
+// Throws WrongUsage unless the names end in .svg and .html.
+void requireEndings(const VolumePictures& files);
 
-// Throws unless the pictures can be written, before the long work.
-void requirePictureTargets(const VolumePictures& files, const std::string& survey);
-
-// Draws and writes the pictures, and prints where they are.
-void drawVolume(const VolumePictures& files, const VolumeComputed& computed);
+// Draws and writes them. The twelve labels are the report's.
+void drawVolume(const VolumePictures& files, const VolumeMeasurement& work, const std::string& labels);

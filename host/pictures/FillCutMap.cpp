@@ -6,7 +6,6 @@
 
 #include <OrvikDTMAlgorithm/tin/TPoint.h>
 
-#include "Console.h"
 #include "DepthBands.h"
 #include "Sheet.h"
 
@@ -142,9 +141,9 @@ Box extentOf(const FillCutScene& scene) {
 
 void drawSide(Sheet& sheet, const std::string& name, double volume, double area, double surfaceArea) {
   sheet.heading(name);
-  sheet.row("Volume", console::number(volume) + " m³");
-  sheet.row("Plan area", console::number(area) + " m²");
-  sheet.row("Surface area", console::number(surfaceArea) + " m²");
+  sheet.row("Volume", millimetres(volume) + " m³");
+  sheet.row("Plan area", millimetres(area) + " m²");
+  sheet.row("Surface area", millimetres(surfaceArea) + " m²");
 }
 
 void drawLegend(Sheet& sheet, const FillCutScene& scene, const Faces& faces, double step, const FillCutFacts& facts) {
@@ -162,7 +161,7 @@ void drawLegend(Sheet& sheet, const FillCutScene& scene, const Faces& faces, dou
   sheet.heading("Lines and areas");
   sheet.lineSample(kZeroLine, kZeroWidth, "none", "Zero line");
   if (scene.boundary.size() > 2) sheet.lineSample(kBoundaryLine, kBoundaryWidth, kBoundaryDashes, "Boundary");
-  if (faces.sameArea > 0.0) sheet.swatch(kSameColour, "No difference: " + console::number(faces.sameArea) + " m²");
+  if (faces.sameArea > 0.0) sheet.swatch(kSameColour, "No difference: " + millimetres(faces.sameArea) + " m²");
   const bool isPart = scene.boundary.size() > 2 || !scene.reference.triangles.empty();
   if (isPart) sheet.swatch(kGroundColour, "Surveyed, not compared");
 }

@@ -4,6 +4,8 @@
 #include <charconv>
 #include <cmath>
 
+#include <OrvikDTMAlgorithm/report/U.h>
+
 namespace pictures {
 
 namespace {
@@ -68,6 +70,11 @@ std::string shortNumber(double v, int decimals) {
     if (text.back() == '.') text.pop_back();
   }
   return text == "-0" ? "0" : text;
+}
+
+std::string millimetres(double v) {
+  constexpr int kDecimals = 3;
+  return U::roundHalfUp(kDecimals, v);
 }
 
 std::string joined(std::initializer_list<std::string_view> parts) {

@@ -18,6 +18,9 @@ inline constexpr double kRaster = 100.0;
 // v with at most `decimals` decimals, no zeros at their end and no sign on zero.
 std::string shortNumber(double v, int decimals);
 
+// v with three decimals, as the program prints it.
+std::string millimetres(double v);
+
 // The parts, one behind the other.
 std::string joined(std::initializer_list<std::string_view> parts);
 

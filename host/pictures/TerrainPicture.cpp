@@ -5,7 +5,6 @@
 #include <numbers>
 
 #include "Chains.h"
-#include "Console.h"
 #include "Sheet.h"
 
 namespace pictures {
@@ -142,9 +141,9 @@ void drawFacts(Sheet& sheet, const std::string& title, const PlanMesh& mesh, con
   sheet.heading("Surface");
   sheet.row("Survey points", std::to_string(facts.surveyPoints));
   sheet.row("Triangles", std::to_string(mesh.triangles.size()));
-  sheet.row("Plan area", console::number(facts.planArea) + " m²");
-  sheet.row("Lowest", console::number(facts.lowest) + " m");
-  sheet.row("Highest", console::number(facts.highest) + " m");
+  sheet.row("Plan area", millimetres(facts.planArea) + " m²");
+  sheet.row("Lowest", millimetres(facts.lowest) + " m");
+  sheet.row("Highest", millimetres(facts.highest) + " m");
 }
 
 void drawContourLegend(Sheet& sheet, const ContourLevels& levels) {

@@ -1,0 +1,170 @@
+#include "BoundaryFile.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <string_view>
+
+#include "Console.h"
+#include "OutputFile.h"
+#include "Paths.h"
+#include "TextLines.h"
+#include "UserText.h"
+
+namespace {
+
+constexpr std::size_t kVerticesOfAPolygon = 3;
+constexpr int kSwitchLines = 2;
+
+// name, northing, easting; the elevation may be left out.
+constexpr std::size_t kFieldsNeeded = 3;
+constexpr std::size_t kFields = 4;
+constexpr std::array<NumberField, kFields - 1> kNumbers = {kNorthing, kEasting, kElevation};
+
+struct VertexLines {
+  std::size_t vertices = 0;
+  int skipped = 0;
+};
+
+// Any text stands for a switch that is off; a vertex there would be lost without a word.
+void checkSwitch(const TextLines& lines) {
+  if (lines.line().find(',') == std::string_view::npos) return;
+  lines.fail("is " + quoted(std::string(lines.line())) +
+             ", not a switch: the first two lines of a boundary file are 0 or 1");
+}
+
+void checkVertex(const TextLines& lines, VertexLines& count) {
+  std::array<std::string_view, kFields> fields;
+  std::string_view rest = lines.line();
+  std::size_t filled = 0;
+  bool more = true;
+  while (filled < kFields && takeField(rest, fields[filled], more)) ++filled;
+  if (filled < kFieldsNeeded) {
+    ++count.skipped;
+    return;
+  }
+  for (std::size_t i = 1; i < filled; ++i) lines.requireNumber(fields[i], kNumbers[i - 1]);
+  ++count.vertices;
+}
+
+VertexLines checkBoundaryLines(const std::string& path) {
+  TextLines lines(path);
+  VertexLines count;
+  while (lines.next()) {
+    if (lines.number() <= kSwitchLines) {
+      checkSwitch(lines);
+    } else if (!lines.line().empty()) {
+      checkVertex(lines, count);
+    }
+  }
+  return count;
+}
+
+void requireBoundaryFile(const std::string& path) {
+  if (!U::endsWith(path, ".waa") && !U::endsWith(path, ".csv")) {
+    throw console::Failure(shownPath(path) + ": not a boundary file: the name must end in .waa or .csv");
+  }
+  requireRegularFile(path);
+}
+
+std::string countText(std::size_t vertices) {
+  return vertices == 1 ? "1 vertex" : std::to_string(vertices) + " vertices";
+}
+
+// Vertices are counted from 1 for users.
+std::string sideText(std::size_t side, std::size_t vertices) {
+  return std::to_string(side + 1) + "-" + std::to_string((side + 1) % vertices + 1);
+}
+
+std::string placeText(const PlanPoint& p) {
+  return "easting " + console::number(p.x) + ", northing " + console::number(p.y);
+}
+
+void warnOfOutside(const std::string& path, const Polygon& polygon, DTMSurface& surface) {
+  const auto isOutside = [&](const PlanPoint& p) { return surface.checkSurfacePoint(p.y, p.x, nullptr) == 0; };
+  const auto outside = static_cast<std::size_t>(std::count_if(polygon.begin(), polygon.end(), isOutside));
+  if (outside == 0) return;
+  console::warn(shownPath(path) + ": " + std::to_string(outside) + " of " + countText(polygon.size()) +
+                " outside the surface: nothing is measured there");
+}
+
+// Shortest text that reads back as v.
+void appendNumber(std::string& text, double v) {
+  std::array<char, 400> digits{};  // the largest double in fixed notation takes 309
+  text.append(digits.data(),
+              std::to_chars(digits.data(), digits.data() + digits.size(), v, std::chars_format::fixed).ptr);
+}
+
+}  // namespace
+
+std::vector<RangePoint*> Boundary::pointers() const {
+  std::vector<RangePoint*> list;
+  for (const auto& point : points) list.push_back(point.get());
+  return list;
+}
+
+Polygon Boundary::polygon() const {
+  Polygon polygon;
+  for (const auto& point : points) polygon.push_back({point->e, point->n});
+  return opened(polygon);
+}
+
+Boundary readBoundary(const std::string& path) {
+  requireBoundaryFile(path);
+  const VertexLines count = checkBoundaryLines(path);
+  if (count.skipped > 0) {
+    console::warn(shownPath(path) + ": " + console::counted(count.skipped, "line") +
+                  " skipped: a vertex needs name,northing,easting");
+  }
+  Boundary boundary;
+  std::vector<RangePoint*> read;
+  const bool done = DTMFileOperation().loadRangePointFile(path.c_str(), &boundary.first, &boundary.second, read);
+  for (RangePoint* const point : read) boundary.points.emplace_back(point);
+  if (!done || boundary.points.size() != count.vertices) {
+    throw console::Failure(shownPath(path) + ": changed while it was read: try again");
+  }
+  return boundary;
+}
+
+std::string faultOf(const Boundary& boundary) {
+  const Polygon polygon = boundary.polygon();
+  if (polygon.size() < kVerticesOfAPolygon) {
+    return "has " + countText(polygon.size()) + ": a boundary needs at least three";
+  }
+  for (std::size_t i = 1; i < polygon.size(); ++i) {
+    if (polygon[i] != polygon[i - 1]) continue;
+    return "vertex " + std::to_string(i + 1) + " is at the place of the one before it: " + placeText(polygon[i]);
+  }
+  if (const std::optional<Crossing> crossing = findCrossing(polygon)) {
+    return "crosses or touches itself: side " + sideText(crossing->first, polygon.size()) + " meets side " +
+           sideText(crossing->second, polygon.size()) + " near " + placeText(polygon[crossing->first]);
+  }
+  return "";
+}
+
+Boundary readFitBoundary(const std::string& path) {
+  Boundary boundary = readBoundary(path);
+  const std::string fault = faultOf(boundary);
+  if (boundary.polygon().size() < kVerticesOfAPolygon) throw console::Failure(shownPath(path) + ": " + fault);
+  if (!fault.empty()) console::warn(shownPath(path) + ": the boundary " + fault);
+  return boundary;
+}
+
+void limitTo(const std::string& typedPath, DTMSurface& surface) {
+  if (typedPath.empty()) return;
+  const std::string path = resolvedPath(typedPath);
+  const Boundary boundary = readFitBoundary(path);
+  warnOfOutside(path, boundary.polygon(), surface);
+  surface.setRangeList(boundary.pointers());
+}
+
+void writeBoundary(const std::string& path, const Boundary& boundary) {
+  std::string text;
+  text.append(boundary.first ? "1\n" : "0\n").append(boundary.second ? "1\n" : "0\n");
+  for (const auto& point : boundary.points) {
+    text.append(point->name);
+    for (const double v : {point->n, point->e, point->z}) appendNumber(text.append(1, ','), v);
+    text.append(1, '\n');
+  }
+  writeText(path, "boundary", text);
+}

@@ -1,0 +1,53 @@
+// The lines of a text file, wholly in memory, for the look through a file before the library reads it.
+//
+// The library reads what it can and takes a field that is no number for 0. A user who mistypes a coordinate wants to be
+// told the file, the line and the field.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+// Every coordinate rounded to four decimals must be a whole number of 64 bits: beyond that the TIN is not exact.
+inline constexpr double kLargestCoordinate = 9.2e12;
+inline constexpr double kLargestElevation = 1e12;
+
+struct NumberField {
+  const char* name;
+  double largest;
+  const char* largestText;
+};
+inline constexpr NumberField kEasting{"easting", kLargestCoordinate, "9.2e12"};
+inline constexpr NumberField kNorthing{"northing", kLargestCoordinate, "9.2e12"};
+inline constexpr NumberField kElevation{"elevation", kLargestElevation, "1e12"};
+
+class TextLines {
+ public:
+  // Reads the file at a resolved path, or throws a Failure.
+  explicit TextLines(const std::string& path);
+
+  // Goes to the next line, without its line feed and the carriage returns before it; a byte order mark is no part of
+  // the first. False at the end. Throws a Failure for a line that cannot be text.
+  bool next();
+
+  std::string_view line() const { return line_; }
+  int number() const { return number_; }
+  double done() const;  // the share of the file that lies behind, 0 to 1
+
+  // "path:line: ", and an error about it.
+  std::string where() const;
+  [[noreturn]] void fail(const std::string& text) const;
+
+  // The number in a field of this line, or a Failure that names the field.
+  double requireNumber(std::string_view field, const NumberField& expected) const;
+
+ private:
+  std::string path_;
+  std::string text_;
+  std::string_view rest_;
+  std::string_view line_;
+  int number_ = 0;
+};
+
+// Takes the next field off a line; fields are separated by commas. False when there was none left.
+bool takeField(std::string_view& rest, std::string_view& field, bool& more);

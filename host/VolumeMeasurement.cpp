@@ -1,0 +1,46 @@
+#include "VolumeMeasurement.h"
+
+#include <cmath>
+
+#include "Console.h"
+
+namespace {
+
+FillCutResult* exactly(VolumeMeasurement& work) {
+  CEType* const ground = work.ground->getCEType();
+  if (work.reference == nullptr) return ground->getFillCutExact(work.level, &work.coverage);
+  return ground->getFillCutExact(work.reference->getCEType(), &work.coverage);
+}
+
+FillCutResult* bySampling(VolumeMeasurement& work) {
+  if (work.reference == nullptr) return work.ground->getFillCut(work.level);
+  return work.ground->getFillCut(work.reference->getCEType());
+}
+
+void nameSurfaces(const VolumeMeasurement& work) {
+  work.result->setSurfaceName(work.ground->getSurfaceName());
+  if (work.reference != nullptr) work.result->setRefSurfaceName(work.reference->getSurfaceName());
+}
+
+void requireFinite(const VolumeMeasurement& work) {
+  const FillCutResult& result = *work.result;
+  for (const double v : {result.getCutVolume(), result.getFillVolume(), result.getCutTwoDArea(),
+                         result.getCutThreeDArea(), result.getFillTwoDArea(), result.getFillThreeDArea()}) {
+    if (std::isfinite(v)) continue;
+    throw console::Failure(work.groundName + ": the volumes are not finite: look for points far from the others");
+  }
+}
+
+}  // namespace
+
+void measure(VolumeMeasurement& work) {
+  work.result.reset(work.method == VolumeMethod::kExact ? exactly(work) : bySampling(work));
+  if (work.result == nullptr) {
+    throw console::Failure("the volume could not be computed: close other programs, try again");
+  }
+  nameSurfaces(work);
+  requireFinite(work);
+  if (work.method == VolumeMethod::kExact && work.coverage == 0.0) {
+    console::warn(work.groundName + ": nothing lies within both surfaces and the boundary, so all volumes are 0");
+  }
+}
