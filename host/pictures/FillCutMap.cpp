@@ -121,21 +121,25 @@ void drawMap(Sheet& sheet, const FillCutScene& scene, const Faces& faces) {
   if (scene.boundary.size() > 2) {
     addLoops(sheet.svg(), "boundary", {sheet.at(scene.boundary)}, kBoundaryLine, kBoundaryWidth, kBoundaryDashes);
   }
-  sheet.drawGrid();
   sheet.closeMap();
 }
 
-// The ground, and as much of a boundary around it as leaves the ground large.
+// What was compared, the boundary, and some ground around them: works in a corner of a large survey fill the map.
 Box extentOf(const FillCutScene& scene) {
-  constexpr double kMargin = 0.1;  // of the ground's extent, on each side
+  constexpr double kAround = 0.1;  // of the larger side
   const Box ground = scene.ground.box();
-  const double dx = kMargin * ground.width();
-  const double dy = kMargin * ground.height();
-  Box extent = ground;
-  for (const Point& p : scene.boundary) {
-    extent.add(std::clamp(p.x, ground.minX - dx, ground.maxX + dx),
-               std::clamp(p.y, ground.minY - dy, ground.maxY + dy));
+  const double reach = kAround * std::max(ground.width(), ground.height());
+  Box extent = Box::none();
+  for (const DifferencePoint& p : scene.pieces.points) extent.add(p.x, p.y);
+  for (const Point& p : scene.boundary) {  // a boundary may reach far away
+    extent.add(std::clamp(p.x, ground.minX - reach, ground.maxX + reach),
+               std::clamp(p.y, ground.minY - reach, ground.maxY + reach));
   }
+  if (extent.empty()) return ground;
+  const double around = kAround * std::max(extent.width(), extent.height());
+  const Box wider{extent.minX - around, extent.minY - around, extent.maxX + around, extent.maxY + around};
+  extent.add(std::clamp(wider.minX, ground.minX, ground.maxX), std::clamp(wider.minY, ground.minY, ground.maxY));
+  extent.add(std::clamp(wider.maxX, ground.minX, ground.maxX), std::clamp(wider.maxY, ground.minY, ground.maxY));
   return extent;
 }
 

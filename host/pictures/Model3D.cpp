@@ -7,8 +7,8 @@
 #include <unordered_map>
 
 #include "DepthBands.h"
-#include "Ears.h"
 #include "Svg.h"
+#include "Triangles.h"
 
 namespace pictures {
 
@@ -56,8 +56,8 @@ FaceMesh colouredGround(const Pieces& pieces) {
     return place->second;
   };
   forEachBandPart(pieces, bandStep(pieces), [&](const Band& band, Loop& part) {
-    for (const auto& [a, b, c] : ears(part)) {
-      mesh.faces.push_back({{numberOf(part[a]), numberOf(part[b]), numberOf(part[c])}, colourOf(band)});
+    for (const auto& [a, b, c] : trianglesOf(part)) {
+      mesh.faces.push_back({{numberOf(a), numberOf(b), numberOf(c)}, colourOf(band)});
     }
   });
   return mesh;

@@ -68,7 +68,10 @@ std::vector<RasterPoint> Sheet::at(const std::vector<Point>& points) const {
 
 void Sheet::openMap() {
   svg_.open("clipPath", {{"id", "frame"}});
-  svg_.add("rect", {{"width", text(column_ - kMargin / 2.0)}, {"height", text(bottom_ + kMargin)}});
+  svg_.add("rect", {{"x", text(left_)},
+                    {"y", text(top_)},
+                    {"width", text(extent_.width() * scale_)},
+                    {"height", text(extent_.height() * scale_)}});
   svg_.close("clipPath");
   svg_.open("g", {{"class", "frame"}, {"clip-path", "url(#frame)"}});
   constexpr int kDecimals = 9;
@@ -82,45 +85,56 @@ void Sheet::openMap() {
 }
 
 void Sheet::closeMap() {
+  drawCrosses();
   svg_.close("g");
   svg_.close("g");
+  drawFrame();
 }
 
-void Sheet::drawGrid() {
-  constexpr double kArm = 5.0;
-  constexpr double kAway = 8.0;
-  constexpr int kDecimals = 3;
+std::vector<double> Sheet::gridValues(double low, double size) const {
   const double step = roundStep(kLeastGrid / scale_);
-  const auto first = [&](double low) { return std::ceil(low / step) * step; };
-  const double west = origin_.x + extent_.minX;
-  const double south = origin_.y + extent_.minY;
-  const double right = left_ + extent_.width() * scale_;
-  const double foot = top_ + extent_.height() * scale_;
-  svg_.open("g", {{"class", "grid"}, {"font-size", "10"}, {"fill", kGrey}});
+  std::vector<double> values;
+  for (double k = std::ceil(low / step); k * step <= low + size; ++k) values.push_back(k * step);
+  return values;
+}
+
+void Sheet::drawCrosses() {
+  constexpr double kArm = 5.0;
+  const std::string arm = text(kArm);
+  const std::string whole = text(2.0 * kArm);
   std::string crosses;
-  for (double e = first(west); e <= west + extent_.width(); e += step) {
-    const double x = left_ + (e - west) * scale_;
-    svg_.text(x, foot + kAway + 6.0, shortNumber(e, kDecimals), {{"text-anchor", "middle"}});
-    for (double n = first(south); n <= south + extent_.height(); n += step) {
-      const double y = foot - (n - south) * scale_;
-      crosses += joined({"M", shortNumber(x - kArm, 1), " ", shortNumber(y, 1), "h", text(2.0 * kArm), "m", text(-kArm),
-                         " ", text(-kArm), "v", text(2.0 * kArm)});
+  for (const double e : gridValues(origin_.x + extent_.minX, extent_.width())) {
+    for (const double n : gridValues(origin_.y + extent_.minY, extent_.height())) {
+      const RasterPoint p = at(e - origin_.x, n - origin_.y);
+      crosses += joined({"M", shortNumber(p.x / kRaster - kArm, 1), " ", shortNumber(p.y / kRaster, 1), "h", whole,
+                         "m-", arm, " -", arm, "v", whole});
     }
   }
-  for (double n = first(south); n <= south + extent_.height(); n += step) {
-    const double y = foot - (n - south) * scale_;
-    svg_.text(left_ - kAway, y, shortNumber(n, kDecimals),
-              {{"text-anchor", "middle"},
-               {"transform", joined({"rotate(-90 ", shortNumber(left_ - kAway, 1), " ", shortNumber(y, 1), ")"})}});
-  }
-  svg_.add("path", {{"d", crosses}, {"stroke", kGrey}, {"stroke-width", "0.7"}, {"fill", "none"}});
+  svg_.add("path", {{"class", "grid"}, {"d", crosses}, {"stroke", kGrey}, {"stroke-width", "0.7"}, {"fill", "none"}});
+}
+
+void Sheet::drawFrame() {
+  constexpr double kAway = 8.0;
+  constexpr double kBelow = 14.0;
+  constexpr int kDecimals = 3;
+  const double foot = top_ + extent_.height() * scale_;
   svg_.add("rect", {{"x", text(left_)},
                     {"y", text(top_)},
-                    {"width", text(right - left_)},
+                    {"width", text(extent_.width() * scale_)},
                     {"height", text(foot - top_)},
                     {"fill", "none"},
                     {"stroke", "#bbb"},
                     {"stroke-width", "0.7"}});
+  svg_.open("g", {{"class", "coordinates"}, {"font-size", "10"}, {"fill", kGrey}, {"text-anchor", "middle"}});
+  for (const double e : gridValues(origin_.x + extent_.minX, extent_.width())) {
+    svg_.text(at(e - origin_.x, 0.0).x / kRaster, foot + kBelow, shortNumber(e, kDecimals));
+  }
+  const double x = left_ - kAway;
+  for (const double n : gridValues(origin_.y + extent_.minY, extent_.height())) {
+    const double y = at(0.0, n - origin_.y).y / kRaster;
+    svg_.text(x, y, shortNumber(n, kDecimals),
+              {{"transform", joined({"rotate(-90 ", shortNumber(x, 1), " ", shortNumber(y, 1), ")"})}});
+  }
   svg_.close("g");
 }
 

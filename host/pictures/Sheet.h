@@ -23,12 +23,10 @@ class Sheet {
   RasterPoint at(double x, double y) const;
   std::vector<RasterPoint> at(const std::vector<Point>& points) const;
 
-  // What is drawn between these two lies in the map: a page may move and enlarge it.
+  // What is drawn between these two lies in the map, and a page may move and enlarge it. The second lays crosses of the
+  // coordinate grid over it, and writes their values at the frame.
   void openMap();
   void closeMap();
-
-  // Coordinate crosses and their values; within the map, on top of it.
-  void drawGrid();
 
   // The column at the right, from top to bottom.
   void heading(const std::string& words);
@@ -42,6 +40,9 @@ class Sheet {
   std::string finish();
 
  private:
+  std::vector<double> gridValues(double low, double size) const;
+  void drawCrosses();
+  void drawFrame();
   void drawNorthArrow();
   void drawScaleBar();
 

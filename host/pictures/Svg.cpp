@@ -27,9 +27,13 @@ std::size_t characterLength(const std::string& text, std::size_t at) {
   return isTooLong || isNoCharacter ? 0 : length;
 }
 
+// Without the zero before a decimal point.
 std::string rasterNumber(std::int32_t v) {
   constexpr int kDecimals = 2;
-  return shortNumber(v / kRaster, kDecimals);
+  std::string number = shortNumber(v / kRaster, kDecimals);
+  const std::size_t zero = number.find_first_not_of('-');
+  if (number.compare(zero, 2, "0.") == 0) number.erase(zero, 1);
+  return number;
 }
 
 // Coordinates from the point before, which are shorter; a minus sign separates as well as a blank.

@@ -163,7 +163,6 @@ std::string tinPicture(const PlanMesh& mesh, const TerrainFacts& facts, const st
   if (drawn) addLines(sheet.svg(), "edges", pointsOf(trails(edges)), kEdgeLine, kEdgeWidth);
   addContours(sheet, contours);
   addHull(sheet, mesh, kHullWidth);
-  sheet.drawGrid();
   sheet.closeMap();
   drawFacts(sheet, "TIN and contours", mesh, facts);
   sheet.heading("Lines");
@@ -180,7 +179,6 @@ std::string contourPicture(const PlanMesh& mesh, const TerrainFacts& facts, cons
   sheet.openMap();
   addContours(sheet, contours);
   addHull(sheet, mesh, kContourWidth);
-  sheet.drawGrid();
   sheet.closeMap();
   drawFacts(sheet, "Contours", mesh, facts);
   sheet.heading("Lines");

@@ -13,21 +13,22 @@
   let held = null;
 
   const area = document.createElementNS(svg.namespaceURI, "rect");  // what is white can be dragged too
-  const { width, height } = svg.querySelector("#frame rect").getBBox();
-  for (const [name, value] of Object.entries({ width, height, fill: "#fff", "fill-opacity": 0 })) {
+  const shown = svg.querySelector("#frame rect");
+  const [left, top, width, height] = ["x", "y", "width", "height"].map((name) => Number(shown.getAttribute(name)));
+  for (const [name, value] of Object.entries({ x: left, y: top, width, height, fill: "#fff", "fill-opacity": 0 })) {
     area.setAttribute(name, value);
   }
   frame.prepend(area);
 
   function show() {
-    x = Math.min(0, Math.max(x, width * (1 - zoom)));
-    y = Math.min(0, Math.max(y, height * (1 - zoom)));
+    x = Math.min(left * (1 - zoom), Math.max(x, (left + width) * (1 - zoom)));
+    y = Math.min(top * (1 - zoom), Math.max(y, (top + height) * (1 - zoom)));
     map.setAttribute("transform", `translate(${x} ${y}) scale(${zoom})`);
     for (const text of bar.querySelectorAll("text")) {
       const metres = Number(bar.dataset.length) * Number(text.dataset.share) / zoom;
       text.textContent = String(Number(metres.toPrecision(3))) + (text.dataset.share === "1" ? " m" : "");
     }
-    for (const label of map.querySelectorAll(".labels, .grid")) label.style.fontSize = `${10 / zoom}px`;
+    svg.querySelector(".coordinates").style.visibility = zoom === 1 ? "visible" : "hidden";  // they are of the whole
   }
 
   // A place in the window as one of the picture.
@@ -61,7 +62,7 @@
   });
   for (const end of ["pointerup", "pointercancel"]) frame.addEventListener(end, () => { held = null; });
 
-  const centre = { x: width / 2, y: height / 2 };
+  const centre = { x: left + width / 2, y: top + height / 2 };
   document.querySelector("#closer").addEventListener("click", () => enlarge(1.6, centre));
   document.querySelector("#farther").addEventListener("click", () => enlarge(1 / 1.6, centre));
   document.querySelector("#whole").addEventListener("click", () => { zoom = 1; x = 0; y = 0; show(); });
