@@ -37,7 +37,7 @@ std::string bashValue(const CommandWords& command, const OptionWords& option) {
   if (!option.choices().empty()) {
     work = "COMPREPLY=($(compgen -W '" + joined(option.choices(), " ") + "' -- \"$word\"))";
   }
-  return "    " + joined(patterns, "|") + ") " + work + "; return ;;\n";
+  return std::string("    ").append(joined(patterns, "|")).append(") ").append(work).append("; return ;;\n");
 }
 
 // ---- zsh
@@ -51,17 +51,23 @@ std::string zshEscaped(const std::string& text) {
 
 std::string zshAction(const OptionWords& option) {
   if (option.takesFile()) return "_files";
-  if (!option.choices().empty()) return "(" + joined(option.choices(), " ") + ")";
+  if (!option.choices().empty()) return std::string("(").append(joined(option.choices(), " ")).append(")");
   return " ";
 }
 
+std::string inQuotes(const std::string& text) {
+  std::string out;
+  return out.append(1, '\'').append(text).append(1, '\'');
+}
+
 std::string zshOption(const OptionWords& option) {
-  if (option.isPositional()) return "'::" + zshEscaped(option.names.front()) + ":" + zshAction(option) + "'";
-  const std::string text = "[" + zshEscaped(option.text) + "]";
+  if (option.isPositional()) return inQuotes(std::string("::").append(zshEscaped(option.names.front())).append(":").append(zshAction(option)));
+  const std::string text = std::string("[").append(zshEscaped(option.text)).append("]");
   std::vector<std::string> forms;
   for (const std::string& name : option.names) {
-    const std::string value = option.value.empty() ? "" : ":" + zshEscaped(option.value) + ":" + zshAction(option);
-    forms.push_back("'" + name + text + value + "'");
+    std::string form = name + text;
+    if (!option.value.empty()) form.append(":").append(zshEscaped(option.value)).append(":").append(zshAction(option));
+    forms.push_back(inQuotes(form));
   }
   return joined(forms, " ");
 }
@@ -121,7 +127,7 @@ std::string zshCompletion(const ProgramWords& words) {
   std::string list;
   std::string cases;
   for (const CommandWords& command : words.commands) {
-    list += "    '" + command.name + ":" + zshEscaped(command.text) + "'\n";
+    list.append(4, ' ').append(inQuotes(command.name + ":" + zshEscaped(command.text))).append(1, '\n');
     cases += "    " + command.name + ")\n" + zshArguments(command, "      ") + " ;;\n";
   }
   return "#compdef orvikdtm\n"

@@ -84,7 +84,7 @@ void readTag(std::string_view tag, const std::string& where, Scan& scan) {
   const std::string_view name = nameOf(tag);
   if (name == "Definition") scan.definition = true;
   if ((name == "P" || name == "F") && !tag.ends_with('/')) {
-    scan.element = name;
+    scan.element = std::string(name);
     scan.text.clear();
     scan.where = where;
   }

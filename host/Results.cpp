@@ -106,7 +106,7 @@ void Results::flag(const std::string& label, bool value) { add(label, value ? "y
 
 void Results::range(const std::string& label, double low, double high) {
   add(label, console::number(low) + " .. " + console::number(high),
-      "[" + jsonNumber(low) + ", " + jsonNumber(high) + "]");
+      std::string("[").append(jsonNumber(low)).append(", ").append(jsonNumber(high)).append("]"));
 }
 
 void Results::table(const std::string& label, const std::vector<std::string>& columns, const std::vector<Row>& rows) {

@@ -33,10 +33,6 @@ Box boxOf(const BoundarySide& side) {
   return {std::min(side.start.x, side.end.x), side.start.y, std::max(side.start.x, side.end.x), side.end.y};
 }
 
-bool meet(const Box& a, const Box& b) {
-  return a.minX <= b.maxX && b.minX <= a.maxX && a.minY <= b.maxY && b.minY <= a.maxY;
-}
-
 // Whether the box has a corner on either side of the line through a side, or one on it.
 bool straddles(const BoundarySide& side, const Box& box) {
   const int first = orientation(side.start, side.end, {box.minX, box.minY});

@@ -32,7 +32,15 @@ class BoxTree {
   // Calls visit(number) for every box that meets `query`, boundaries included, and for few others; each once, in no
   // particular order.
   template <typename Visit>
-  void visit(const Box& query, Visit visitNumber) const;
+  void visit(const Box& query, Visit visitNumber) const {
+    visitPlaces(query, [&](Number place) { visitNumber(numbers_[place]); });
+  }
+
+  // The boxes' numbers in the order of the tree, in which neighbours stand close together, and the same by places in
+  // it: for callers who keep what the boxes enclose in that order.
+  const std::vector<Number>& order() const { return numbers_; }
+  template <typename Visit>
+  void visitPlaces(const Box& query, Visit visitPlace) const;
 
  private:
   static constexpr std::size_t kChildren = 8;
@@ -80,7 +88,7 @@ class BoxTree {
 };
 
 template <typename Visit>
-void BoxTree::visit(const Box& query, Visit visitNumber) const {
+void BoxTree::visitPlaces(const Box& query, Visit visitPlace) const {
   if (levels_.empty()) return;
   const SmallBox small = smallOf(query);
   constexpr std::size_t kMostLevels = 11;  // 8^11 is more than there are numbers
@@ -94,7 +102,7 @@ void BoxTree::visit(const Box& query, Visit visitNumber) const {
       if ((mask >> i & 1u) == 0) continue;
       const Number child = place.node * static_cast<Number>(kChildren) + i;
       if (place.level == 0) {
-        visitNumber(numbers_[child]);
+        visitPlace(child);
       } else {
         open[count++] = {place.level - 1, child};
       }

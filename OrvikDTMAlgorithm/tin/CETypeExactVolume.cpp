@@ -154,13 +154,32 @@ class Limit {
 
 double widthOf(const Facet& facet) { return facet.p[2].x - facet.p[0].x; }
 
+// Whether a side of the first triangle has all of the second beyond it, or on it. Clipping would find that out too, but
+// many neighbours in a tree are no more than that, and this is quicker.
+bool isApart(const Facet& facet, const Facet& other) {
+  bool isBeyond = false;
+  for (int i = 0; i < 3; ++i) {
+    const Position& start = facet.p[i];
+    const Position& end = facet.p[i == 2 ? 0 : i + 1];
+    const double dx = facet.turn * (end.x - start.x);
+    const double dy = facet.turn * (end.y - start.y);
+    const double a = dx * (other.p[0].y - start.y) - dy * (other.p[0].x - start.x);
+    const double b = dx * (other.p[1].y - start.y) - dy * (other.p[1].x - start.x);
+    const double c = dx * (other.p[2].y - start.y) - dy * (other.p[2].x - start.x);
+    isBeyond |= std::max({a, b, c}) <= 0;
+  }
+  return isBeyond;
+}
+
 // The smaller triangle is clipped by the larger one, in coordinates relative to a corner of it.
 void addPair(const Facet& facet, const Facet& other, Place place, const Limit& limit, Account& account) {
   const bool isSmaller = widthOf(facet) <= widthOf(other);
   const Facet& smaller = isSmaller ? facet : other;
+  const Facet& larger = isSmaller ? other : facet;
+  if (isApart(smaller, larger) || isApart(larger, smaller)) return;
   const Position origin = smaller.p[0];
   ConvexPiece piece = smaller.piece(origin, 0.0);
-  (isSmaller ? other : facet).clip(piece, origin);
+  larger.clip(piece, origin);
   if (piece.isEmpty()) return;
   const double apart = facet.z[0] - other.z[0];
   for (std::size_t i = 0; i < piece.size(); ++i) {
@@ -170,12 +189,85 @@ void addPair(const Facet& facet, const Facet& other, Place place, const Limit& l
   limit.add(piece, origin, place, kindBetween(differencesOf(piece)), facet.spread, account);
 }
 
-void addAgainstSurface(const Facet& facet, const Facets& reference, const Limit& limit, Account& account) {
-  const Box box = facet.box();
-  const Place place = limit.placeOf(box);
-  if (place == Place::Outside) return;
-  reference.visit(box, [&](const Facet& other) { addPair(facet, other, place, limit, account); });
-}
+// Takes the triangles of one network; those of the other are looked up for a few neighbours at a time.
+class Overlay {
+ public:
+  Overlay(const Facets& reference, const Limit& limit, Account& account)
+      : reference_(reference), limit_(limit), account_(account) {}
+
+  // The facet must last until finish().
+  void add(const Facet& facet) {
+    const Box box = facet.box();
+    const Place place = limit_.placeOf(box);
+    if (place == Place::Outside) return;
+    waiting_.push_back({&facet, box, place});
+    if (waiting_.size() == kLookedUpTogether) finish();
+  }
+
+  // Measures what still waits.
+  void finish() {
+    if (areClose()) {
+      lookUp(boxOfAll());
+      for (const Waiting& w : waiting_) addAll(w);
+    } else {
+      for (const Waiting& w : waiting_) {
+        lookUp(w.box);
+        addAll(w);
+      }
+    }
+    waiting_.clear();
+  }
+
+ private:
+  struct Waiting {
+    const Facet* facet;
+    Box box;
+    Place place;
+  };
+  struct Found {
+    Box box;
+    const Facet* facet;
+  };
+
+  static constexpr std::size_t kLookedUpTogether = 8;
+
+  static double areaOf(const Box& box) { return (box.maxX - box.minX) * (box.maxY - box.minY); }
+
+  Box boxOfAll() const {
+    Box all = waiting_.front().box;
+    for (const Waiting& w : waiting_) {
+      all = {std::min(all.minX, w.box.minX), std::min(all.minY, w.box.minY), std::max(all.maxX, w.box.maxX),
+             std::max(all.maxY, w.box.maxY)};
+    }
+    return all;
+  }
+
+  // Whether one look into the box of all costs less than one for each.
+  bool areClose() const {
+    constexpr double kMostSpace = 6.0;
+    if (waiting_.empty()) return false;
+    double sum = 0.0;
+    for (const Waiting& w : waiting_) sum += areaOf(w.box);
+    return areaOf(boxOfAll()) <= kMostSpace * sum;
+  }
+
+  void lookUp(const Box& box) {
+    found_.clear();
+    reference_.visit(box, [this](const Facet& facet) { found_.push_back({facet.box(), &facet}); });
+  }
+
+  void addAll(const Waiting& w) {
+    for (const Found& other : found_) {
+      if (detail::meet(w.box, other.box)) addPair(*w.facet, *other.facet, w.place, limit_, account_);
+    }
+  }
+
+  const Facets& reference_;
+  const Limit& limit_;
+  Account& account_;
+  std::vector<Waiting> waiting_;
+  std::vector<Found> found_;
+};
 
 void addAgainstLevel(const Facet& facet, double level, const Limit& limit, Account& account) {
   const Place place = limit.placeOf(facet.box());
@@ -193,10 +285,10 @@ FillCutResult* CEType::getFillCutExact(CEType* reference, double* coverage) {
   Account account;
   const Limit limit(rangeList_);
   const Facets others(*reference);
-  Facet facet{};
-  for (int tri = 1; tri <= triangleCount(); ++tri) {
-    if (Facet::make(*this, tri, facet)) addAgainstSurface(facet, others, limit, account);
-  }
+  Overlay overlay(others, limit, account);
+  const Facets own(*this);
+  for (const Facet& facet : own.all()) overlay.add(facet);
+  overlay.finish();
   if (coverage != nullptr) *coverage = account.coverage();
   return account.result(getMeasures()).release();
 }

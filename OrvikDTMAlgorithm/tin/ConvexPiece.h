@@ -13,6 +13,11 @@
 inline namespace OrvikDTM {
 namespace detail {
 
+// Whether two boxes have a point in common.
+inline bool meet(const Box& a, const Box& b) {
+  return a.minX <= b.maxX && b.minX <= a.maxX && a.minY <= b.maxY && b.minY <= a.maxY;
+}
+
 struct PieceCorner {
   double x;
   double y;

@@ -96,6 +96,7 @@ Facets::Facets(const CEType& tin) {
     facets_.push_back(facet);
   }
   tree_ = BoxTree(boxes);
+  facets_ = reordered(facets_, tree_.order());
 }
 
 }  // namespace detail

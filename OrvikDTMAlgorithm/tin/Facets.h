@@ -61,10 +61,13 @@ class Facets {
   // Without the triangles of which no facet can be made.
   explicit Facets(const CEType& tin);
 
+  // Neighbours in plan stand close together.
+  const std::vector<Facet>& all() const { return facets_; }
+
   // Calls visit(facet) for every facet whose box meets `box`, and for few others.
   template <typename Visit>
   void visit(const Box& box, Visit visitFacet) const {
-    tree_.visit(box, [&](Number place) { visitFacet(facets_[place]); });
+    tree_.visitPlaces(box, [&](Number place) { visitFacet(facets_[place]); });
   }
 
  private:

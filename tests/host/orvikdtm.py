@@ -1,5 +1,6 @@
 """Running the host in a folder of its own, and the promises that every run keeps."""
 
+import json
 import os
 import re
 import subprocess
@@ -10,7 +11,7 @@ from pathlib import Path
 PROGRAM = os.environ["ORVIKDTM"]
 SITE = Path(os.environ["ORVIKDTM_SITE"])
 
-DONE, FAILED, WRONG_USAGE = 0, 1, 2
+DONE, FAILED, WRONG_USAGE, FAULT = 0, 1, 2, 3
 
 # A tilted rectangle, 100 by 50: elevation 10 along its southern side, 20 along the northern one.
 TILTED = "A,,1000,2000,10\nB,,1100,2000,10\nC,,1100,2050,20\nD,,1000,2050,20\n"
@@ -49,3 +50,8 @@ class HostTest(unittest.TestCase):
 def values(text):
     """What a run printed, by label."""
     return dict(re.match(r"(.+?) {2,}(.*)", line).groups() for line in text.splitlines())
+
+
+def json_of(run):
+    """The JSON object that a run printed."""
+    return json.loads(run.stdout)

@@ -12,9 +12,9 @@ REFUSED = [
     # file name, its contents (None: no such file), what the message says
     ("absent.csv", None, "absent.csv: no such file"),
     ("nowhere/ground.csv", None, "nowhere/ground.csv: no such file"),
-    ("ground.txt", TILTED, "ground.txt: not a point file"),
-    ("ground", TILTED, "ground: not a point file"),
-    (".", None, ".: not a point file"),
+    ("ground.txt", TILTED, "ground.txt: not a surface: the name must end in"),
+    ("ground", TILTED, "ground: not a surface"),
+    (".", None, ".: not a surface"),
     ("empty.csv", "", "empty.csv: holds no survey points"),
     ("blank.csv", "\n\r\n\n", "blank.csv: holds no survey points"),
     ("blanks.csv", " \n# none\n", "blanks.csv: holds no survey points"),

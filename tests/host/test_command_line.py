@@ -11,10 +11,10 @@ GOOD = (*VOLUME, "--level", "10", "--report", "r.txt")
 
 REFUSED = [
     # command line, what the message says
-    ((), "A command, info or volume, is required"),
+    ((), "A command is required, such as info or volume"),
     (("measure",), "there is no command 'measure': see 'orvikdtm --help'"),
     (("measure", "a.csv"), "there is no command 'measure'"),
-    (("info",), "FILE is required: see 'orvikdtm info --help'"),
+    (("info",), "SURFACE is required: see 'orvikdtm info --help'"),
     (("info", "a.csv", "b.csv"), "too many words: 'b.csv'"),
     (("info", "a.csv", "b.csv", "c.csv", "d.csv"), "too many words: 'b.csv' 'c.csv' 'd.csv'"),
     (("info", "a.csv", "--deep"), "there is no option '--deep': see 'orvikdtm info --help'"),
@@ -22,10 +22,37 @@ REFUSED = [
     (("--deep",), "there is no option '--deep': see 'orvikdtm --help'"),
     ((*VOLUME, "--levl", "10", "--report", "r.txt"), "there is no option '--levl': see 'orvikdtm volume --help'"),
     (("volume", "--levl=10"), "there is no option '--levl=10'"),
-    (("volume", "--level", "10", "--report", "r.txt"), "POINTS is required: see 'orvikdtm volume --help'"),
-    (VOLUME, "required"),
-    ((*VOLUME, "--level", "10"), "--report"),
-    ((*VOLUME, "--report", "r.txt"), "--level"),
+    (("volume", "--level", "10", "--report", "r.txt"), "SURFACE is required: see 'orvikdtm volume --help'"),
+    (VOLUME, "--level or --ref is required"),
+    ((*VOLUME, "--level", "10", "--report"), "--report"),
+    ((*VOLUME, "--report", "r.txt"), "--level or --ref is required"),
+    ((*VOLUME, "--level", "10", "--ref", "b.csv"), "--level and --ref exclude each other"),
+    (("info", "tilted.csv", "--map", "x.svg"), "there is no option '--map'"),
+    (("convert", "tilted.csv"), "OUTPUT is required"),
+    (("convert", "tilted.csv", "out.csv"), "OUTPUT out.csv: the name must end in .ttin or .sjw"),
+    (("convert", "tilted.csv", ""), "OUTPUT is empty"),
+    (("height", "tilted.csv"), "--at or --points is required"),
+    (("height", "tilted.csv", "--at", "1,2", "--points", "p.csv"), "--at and --points exclude each other"),
+    (("height", "tilted.csv", "--at", "1050"), "--at '1050' is not a place: give easting,northing"),
+    (("height", "tilted.csv", "--at", "1,2,3"), "--at '1,2,3' is not a place"),
+    (("height", "tilted.csv", "--at", "east,2"), "--at 'east' is not a number"),
+    (("height", "tilted.csv", "--at", "1,2", "--out", "o.csv"), "--out needs --points"),
+    (("height", "tilted.csv", "--points", "p.csv", "--out", "tilted.csv"), "--out would overwrite the input in tilted"),
+    (("balance", "tilted.csv", "--factor", "0"), "--factor '0' is not likely"),
+    (("balance", "tilted.csv", "--factor", "x"), "--factor 'x' is not a number"),
+    (("balance", "tilted.csv", "--step", "0"), "--step '0' is not above 0"),
+    (("balance", "tilted.csv", "--step", "1e-9"), "too many rows: give a larger --step"),
+    (("balance", "tilted.csv", "--from", "20", "--to", "10"), "--from lies above its --to"),
+    (("balance", "tilted.csv", "--from", "2e12"), "--from '2e12' is too large"),
+    (("range",), "BOUNDARY, --hull or --points is required"),
+    (("range", "a.waa", "--hull", "tilted.csv"), "exclude each other"),
+    (("range", "a.waa", "--out", "b.waa"), "--out needs --hull or --points"),
+    (("range", "--hull", "tilted.csv"), "--out is required"),
+    (("range", "--hull", "tilted.csv", "--out", "b.txt"), "the name of a boundary file ends in .waa or .csv"),
+    (("range", "--points", "tilted.csv", "--out", "tilted.csv"), "--out would overwrite the input in tilted.csv"),
+    (("diff", "tilted.csv"), "AFTER is required"),
+    (("diff", "tilted.csv", "tilted.csv", "--list", "tilted.csv"), "--list would overwrite the input in tilted.csv"),
+    (("generate", "pdf"), "there is no form 'pdf'"),
     ((*VOLUME, "--report", "r.txt", "--level"), "--level"),
     ((*VOLUME, "--report", "r.txt", "--level", "high"), "'high' is not a number"),
     ((*VOLUME, "--report", "r.txt", "--level", "nan"), "'nan' is not a number"),
@@ -35,8 +62,8 @@ REFUSED = [
     ((*VOLUME, "--report", "r.txt", "--level", "82.5m"), "'82.5m' is not a number"),
     ((*VOLUME, "--report", "r.txt", "--level", "+-3"), "'+-3' is not a number"),
     ((*VOLUME, "--report", "r.txt", "--level", ""), "--level"),
-    ((*VOLUME, "--report", "tilted.csv", "--level", "10"), "overwrite the survey in tilted.csv"),
-    ((*VOLUME, "--report", "./tilted.csv", "--level", "10"), "overwrite the survey in tilted.csv"),
+    ((*VOLUME, "--report", "tilted.csv", "--level", "10"), "--report would overwrite the input in tilted.csv"),
+    ((*VOLUME, "--report", "./tilted.csv", "--level", "10"), "--report would overwrite the input in tilted.csv"),
     ((*VOLUME, "--report", "r.txt", "--level", "1.1e12"), "'1.1e12' is too large"),
     ((*VOLUME, "--report", "r.txt", "--level", "high\nlow"), "'high?low' is not a number"),
     ((*VOLUME, "--report", "r.txt", "--level", "x" * 99), "'" + "x" * 40 + "...' is not a number"),
@@ -70,7 +97,7 @@ class CommandLine(HostTest):
             for report in (*paths, "link.txt", ".\\link.txt", "hard.txt"):
                 with self.subTest(points=points, report=report):
                     run = self.run_host("volume", points, "--level", "2", "--report", report)
-                    self.assert_refused(run, WRONG_USAGE, "overwrite the survey in ")
+                    self.assert_refused(run, WRONG_USAGE, "overwrite the input in ")
                     self.assertEqual((self.folder / "sub/ground.csv").read_text(), TILTED)
 
     def test_the_end_of_the_options_may_be_marked(self):
@@ -87,7 +114,8 @@ class CommandLine(HostTest):
     def test_help_has_an_example_that_works(self):
         """The example in each help text, run on a file of the name that it uses."""
         self.write("ground.csv", TILTED)
-        for command in ((), ("info",), ("volume",)):
+        self.write("design.csv", TILTED)
+        for command in ((), ("info",), ("convert",), ("height",), ("volume",), ("balance",), ("range",), ("diff",)):
             with self.subTest(command=command):
                 run = self.run_host(*command, "--help")
                 self.assert_done(run)

@@ -14,7 +14,10 @@ class Info(HostTest):
             "Surface": "tilted",
             "Survey points": "4",
             "Repeated positions": "0",
+            "Points not in the TIN": "0",
             "Triangles": "2",
+            "Edges": "5",
+            "Hull edges": "4",
             "Plan area": "5000.000",
             "Surface area": "5099.020",  # 100 by the slope's length, sqrt(50^2 + 10^2)
             "Plan perimeter": "300.000",
