@@ -5,6 +5,7 @@ opened and the standard library is enough. Everything has a time limit, and the 
 """
 
 import base64
+import hashlib
 import json
 import os
 import select
@@ -101,10 +102,17 @@ class Browser:
             raise RuntimeError(str(answer["exceptionDetails"]))
         return answer["result"].get("value")
 
-    def screenshot(self, clip=None):
-        """The page, or a part of it, as the bytes of a PNG."""
-        more = {"clip": {**clip, "scale": 1}} if clip else {}
+    def screenshot(self, place=None):
+        """What is seen in the window, or at a place in it, as the bytes of a PNG."""
+        more = {}
+        if place:  # the protocol counts from the corner of the page, whatever part of it the window shows
+            scrolled = self.evaluate("({x: scrollX, y: scrollY})")
+            more["clip"] = {**place, "x": place["x"] + scrolled["x"], "y": place["y"] + scrolled["y"], "scale": 1}
         return base64.b64decode(self.call("Page.captureScreenshot", format="png", **more)["data"])
+
+    def look(self, place):
+        """A digest of what is seen at a place in the window: two looks differ when a pixel does."""
+        return hashlib.sha256(self.screenshot(place)).hexdigest()
 
     def drag(self, start, end, steps=8):
         """Presses at one place, moves to the other, lets go: real pointer events."""
