@@ -2,9 +2,11 @@
 #pragma once
 
 #include <OrvikDTMAlgorithm/Export.h>
+#include <OrvikDTMAlgorithm/api/orvikdtm.h>
 #include <OrvikDTMAlgorithm/io/DTMFileOperation.h>
 #include <OrvikDTMAlgorithm/report/U.h>
 #include <OrvikDTMAlgorithm/surface/DTMSurface.h>
+#include <OrvikDTMAlgorithm/surface/DTMSurfaceLib.h>
 #include <OrvikDTMAlgorithm/surface/DrawLine.h>
 #include <OrvikDTMAlgorithm/surface/FillCutResult.h>
 #include <OrvikDTMAlgorithm/surface/RangePoint.h>

@@ -4,9 +4,11 @@ set(ORVIKDTM_PUBLIC_HEADERS
   Export.h
   FloatingPoint.h
   OrvikDTMAlgorithm.h
+  api/orvikdtm.h
   io/DTMFileOperation.h
   report/U.h
   surface/DTMSurface.h
+  surface/DTMSurfaceLib.h
   surface/DrawLine.h
   surface/FillCutResult.h
   surface/NameSize.h

@@ -53,6 +53,16 @@ class ORVIKDTM_API DTMFileOperation {
   bool exportVolumeReport(const FillCutResult* result, const DTMSurface* surface, int form, const char* refName,
                           const char* labels, const char* path);
 
+  // The two forms by themselves.
+  bool exportVolumeHtmlReport(const FillCutResult* result, const DTMSurface* surface, double elevation,
+                              const char* labels, const char* path);
+  bool exportVolumeHtmlReport(const FillCutResult* result, const DTMSurface* surface, const char* refName,
+                              const char* labels, const char* path);
+  bool exportVolumeTxtReport(const FillCutResult* result, const DTMSurface* surface, double elevation,
+                             const char* labels, const char* path);
+  bool exportVolumeTxtReport(const FillCutResult* result, const DTMSurface* surface, const char* refName,
+                             const char* labels, const char* path);
+
  private:
   static bool loadSurfaceFile(const char* path, DTMSurface& surface);
 };

@@ -15,12 +15,13 @@ constexpr int kValueDecimals = 4;
 
 enum Form : int { kHtml = 0, kText = 1 };
 
-bool writeReport(const FillCutResult* result, const DTMSurface* surface, int form, std::string reference,
-                 const char* labels, const char* path) {
+// Lays a report out and writes it.
+template <typename Layout>
+bool writeReport(const FillCutResult* result, const DTMSurface* surface, std::string reference, const char* labels,
+                 const char* path, const Layout& layOut) {
   if (result == nullptr || surface == nullptr || labels == nullptr || path == nullptr) return false;
   const VolumeReport report{*result, *surface, std::move(reference), Labels(labels)};
-  if (form != kHtml && form != kText) return false;
-  return writeTextFile(path, form == kHtml ? htmlReport(report) : textReport(report)) != Written::kNothing;
+  return writeTextFile(path, layOut(report)) != Written::kNothing;
 }
 
 }  // namespace
@@ -40,14 +41,41 @@ std::string reportValue(double v) { return fixedText(roundTo(kValueDecimals, v),
 
 }  // namespace detail
 
+using detail::htmlReport;
+using detail::reportValue;
+using detail::textReport;
+using detail::writeReport;
+
 bool DTMFileOperation::exportVolumeReport(const FillCutResult* result, const DTMSurface* surface, int form,
                                           double elevation, const char* labels, const char* path) {
-  return detail::writeReport(result, surface, form, detail::reportValue(elevation), labels, path);
+  if (form == detail::kHtml) return exportVolumeHtmlReport(result, surface, elevation, labels, path);
+  return form == detail::kText && exportVolumeTxtReport(result, surface, elevation, labels, path);
 }
 
 bool DTMFileOperation::exportVolumeReport(const FillCutResult* result, const DTMSurface* surface, int form,
                                           const char* refName, const char* labels, const char* path) {
-  return refName != nullptr && detail::writeReport(result, surface, form, refName, labels, path);
+  if (form == detail::kHtml) return exportVolumeHtmlReport(result, surface, refName, labels, path);
+  return form == detail::kText && exportVolumeTxtReport(result, surface, refName, labels, path);
+}
+
+bool DTMFileOperation::exportVolumeHtmlReport(const FillCutResult* result, const DTMSurface* surface, double elevation,
+                                              const char* labels, const char* path) {
+  return writeReport(result, surface, reportValue(elevation), labels, path, htmlReport);
+}
+
+bool DTMFileOperation::exportVolumeHtmlReport(const FillCutResult* result, const DTMSurface* surface,
+                                              const char* refName, const char* labels, const char* path) {
+  return refName != nullptr && writeReport(result, surface, refName, labels, path, htmlReport);
+}
+
+bool DTMFileOperation::exportVolumeTxtReport(const FillCutResult* result, const DTMSurface* surface, double elevation,
+                                             const char* labels, const char* path) {
+  return writeReport(result, surface, reportValue(elevation), labels, path, textReport);
+}
+
+bool DTMFileOperation::exportVolumeTxtReport(const FillCutResult* result, const DTMSurface* surface,
+                                             const char* refName, const char* labels, const char* path) {
+  return refName != nullptr && writeReport(result, surface, refName, labels, path, textReport);
 }
 
 }  // namespace OrvikDTM

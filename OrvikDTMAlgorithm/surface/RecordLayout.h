@@ -28,16 +28,23 @@ struct RecordLayout {
   static_assert(offsetof(SurfacePoint, surfaceName) == 0 && offsetof(SurfacePoint, pointName) == 24);
   static_assert(offsetof(SurfacePoint, n) == 48 && offsetof(SurfacePoint, e) == 56 && offsetof(SurfacePoint, z) == 64);
 
-  static_assert(std::is_standard_layout_v<RangePoint> && sizeof(RangePoint) == 48);
+  static_assert(std::is_standard_layout_v<RangePoint> && sizeof(RangePoint) == 48 && offsetof(RangePoint, name) == 0);
   static_assert(offsetof(RangePoint, n) == 24 && offsetof(RangePoint, e) == 32 && offsetof(RangePoint, z) == 40);
 
   static_assert(std::is_standard_layout_v<FillCutResult> && sizeof(FillCutResult) == 160);
-  static_assert(offsetof(FillCutResult, fillTwoDArea) == 32 && offsetof(FillCutResult, cutVolume) == 72);
-  static_assert(offsetof(FillCutResult, surfaceName) == 80 && offsetof(FillCutResult, twoDArea) == 104);
-  static_assert(offsetof(FillCutResult, perimeterThreeD) == 128 && offsetof(FillCutResult, refSurfaceName) == 136);
+  static_assert(offsetof(FillCutResult, fillPerimeterTwoD) == 0 && offsetof(FillCutResult, fillPerimeterThreeD) == 8);
+  static_assert(offsetof(FillCutResult, cutPerimeterTwoD) == 16 && offsetof(FillCutResult, cutPerimeterThreeD) == 24);
+  static_assert(offsetof(FillCutResult, fillTwoDArea) == 32 && offsetof(FillCutResult, fillThreeDArea) == 40);
+  static_assert(offsetof(FillCutResult, cutTwoDArea) == 48 && offsetof(FillCutResult, cutThreeDArea) == 56);
+  static_assert(offsetof(FillCutResult, fillVolume) == 64 && offsetof(FillCutResult, cutVolume) == 72);
+  static_assert(offsetof(FillCutResult, surfaceName) == 80);
+  static_assert(offsetof(FillCutResult, twoDArea) == 104 && offsetof(FillCutResult, threeDArea) == 112);
+  static_assert(offsetof(FillCutResult, perimeterTwoD) == 120 && offsetof(FillCutResult, perimeterThreeD) == 128);
+  static_assert(offsetof(FillCutResult, refSurfaceName) == 136);
 
   static_assert(std::is_standard_layout_v<DrawLine> && sizeof(DrawLine) == 40);
-  static_assert(offsetof(DrawLine, endX) == 16 && offsetof(DrawLine, flag) == 32);
+  static_assert(offsetof(DrawLine, startX) == 0 && offsetof(DrawLine, startY) == 8);
+  static_assert(offsetof(DrawLine, endX) == 16 && offsetof(DrawLine, endY) == 24 && offsetof(DrawLine, flag) == 32);
 };
 
 }  // namespace OrvikDTM

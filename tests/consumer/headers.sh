@@ -1,6 +1,7 @@
 #!/bin/sh
-# Two promises about the headers installed under INCLUDE: each compiles by itself, without a warning, and they are
-# exactly those that the umbrella header reaches, so nothing private is among them.
+# Promises about the headers installed under INCLUDE: each compiles by itself, without a warning, and they are
+# exactly those that the umbrella header reaches, so nothing private is among them. That of the flat interface compiles
+# as C11, too.
 #   headers.sh COMPILER INCLUDE
 set -eu
 compiler=$1 include=$2
@@ -14,6 +15,9 @@ for header in $installed; do
   # shellcheck disable=SC2086
   echo "#include <$header>" | "$compiler" $flags -I. -x c++ -fsyntax-only - || { echo "$header does not compile by itself"; failed=1; }
 done
+
+echo '#include <OrvikDTMAlgorithm/api/orvikdtm.h>' |
+  "$compiler" -std=c11 -Wall -Wextra -pedantic -Werror -I. -x c -fsyntax-only - || { echo "orvikdtm.h is no C11"; failed=1; }
 
 reached=$(echo '#include <OrvikDTMAlgorithm/OrvikDTMAlgorithm.h>' | "$compiler" -std=c++20 -I. -x c++ -MM - |
   tr ' ' '\n' | grep -o 'OrvikDTMAlgorithm/.*\.h' | LC_ALL=C sort -u)

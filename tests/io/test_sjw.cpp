@@ -216,7 +216,7 @@ TEST_F(SJWFile, LinesAreReadAsNumbersWhateverTheyHold) {
   const std::string rows[] = {
       "nil \nx\n-1.5\n10\n\t0\n 2 m\n0\n1e1\n3,9\n",
       "nilly\n nil\n-15e-1\n+10\n-0\n2.\n.0\n0xA\n3\n",
-      std::string("\0\nNIL\n-1.5\n10\n0\n2\n0\n10\n3", 29),
+      std::string(1, '\0') + "\nNIL\n-1.5\n10\n0\n2\n0\n10\n3",
   };
   for (const std::string& contents : rows) {
     const auto read = trianglesOf(contents);

@@ -186,6 +186,32 @@ TEST_F(VolumeReport, ThePageIsOneLine) {
   EXPECT_EQ(page.size() - 14, page.rfind("</body></html>"));
 }
 
+TEST_F(VolumeReport, AbsentLabelsOfThePageAreEmpty) {
+  std::string expected = kWholePage;
+  for (const char* label : {">C<", ">D<", ">E<", ">F<", ">G<", ">H<", ">I<", ">J<", ">K<", ">L<"}) {
+    for (std::size_t at; (at = expected.find(label)) != std::string::npos;) expected.replace(at, 3, "><");
+  }
+  EXPECT_EQ(expected, report(kHtml, 12.5, "A,B"));
+  EXPECT_EQ(14u, std::string(kWholePage).size() - expected.size());  // cells and headings
+}
+
+TEST_F(VolumeReport, LabelsBeyondTheTwelfthAreNotUsed) {
+  EXPECT_EQ(kWholePage, report(kHtml, 12.5, "A,B,C,D,E,F,G,H,I,J,K,L,M,N"));
+  EXPECT_EQ(kWholeText, report(kText, 12.5, "A,B,C,D,E,F,G,H,I,J,K,L,M,N"));
+}
+
+TEST_F(VolumeReport, TheFormsByThemselves) {
+  const std::string file = path();
+  ASSERT_TRUE(files_.exportVolumeHtmlReport(&result_, &surface_, 12.5, kLetters, file.c_str()));
+  EXPECT_EQ(kWholePage, written());
+  ASSERT_TRUE(files_.exportVolumeTxtReport(&result_, &surface_, 12.5, kLetters, file.c_str()));
+  EXPECT_EQ(kWholeText, written());
+  ASSERT_TRUE(files_.exportVolumeHtmlReport(&result_, &surface_, "R", kLetters, file.c_str()));
+  EXPECT_EQ(report(kHtml, "R"), written());
+  ASSERT_TRUE(files_.exportVolumeTxtReport(&result_, &surface_, "R", kLetters, file.c_str()));
+  EXPECT_EQ("C                   R                   ", line(written(), 4));
+}
+
 TEST_F(VolumeReport, AnUnknownFormWritesNothing) {
   for (const int form : {-1, 2, 100}) {
     EXPECT_FALSE(files_.exportVolumeReport(&result_, &surface_, form, 0.0, kLetters, path().c_str()));

@@ -1,0 +1,80 @@
+// Flat functions: the boundary that is being edited.
+#include <algorithm>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include <OrvikDTMAlgorithm/api/FlatGuard.h>
+#include <OrvikDTMAlgorithm/io/DTMFileOperation.h>
+#include <OrvikDTMAlgorithm/surface/Name.h>
+
+inline namespace OrvikDTM {
+
+using detail::flatState;
+using detail::guarded;
+
+namespace {
+
+std::unique_ptr<RangePoint> newVertex(const char* name, double n, double e, double z) {
+  auto vertex = std::make_unique<RangePoint>(RangePoint{{}, n, e, z});
+  copyName(vertex->name, name);
+  return vertex;
+}
+
+// Hands out the boundary's own records. The callback may edit the boundary: what it has deleted is left out.
+void handOutVertices() {
+  const RangePointCallback callback = flatState().callbacks.rangePoint;
+  if (callback == nullptr) return;
+  const std::vector<RangePoint*>& now = flatState().rangePoints;
+  const std::vector<RangePoint*> vertices = now;
+  for (std::size_t i = 0; i < vertices.size(); ++i) {
+    const bool inPlace = i < now.size() && now[i] == vertices[i];
+    if (inPlace || std::find(now.begin(), now.end(), vertices[i]) != now.end()) callback(vertices[i]);
+  }
+}
+
+}  // namespace
+
+int addRangePoint(const char* name, double n, double e, double z) {
+  return guarded([&] {
+    std::unique_ptr<RangePoint> vertex = newVertex(name, n, e, z);
+    flatState().rangePoints.push_back(vertex.get());
+    static_cast<void>(vertex.release());  // the list's from here on
+    return 1;
+  });
+}
+
+int updateRangePoint(unsigned int index, const char* name, double n, double e, double z) {
+  return guarded([&] {
+    auto& vertices = flatState().rangePoints;
+    if (index >= vertices.size()) return 0;
+    const std::unique_ptr<const RangePoint> replaced(
+        std::exchange(vertices[index], newVertex(name, n, e, z).release()));
+    return 1;
+  });
+}
+
+int deleteRangePoint(unsigned int index) {
+  auto& vertices = flatState().rangePoints;
+  if (index >= vertices.size()) return 0;
+  delete vertices[index];
+  vertices.erase(vertices.begin() + static_cast<std::ptrdiff_t>(index));
+  return 1;
+}
+
+int loadRangePointFile(const char* path, bool* first, bool* second) {
+  return guarded([&] {
+    auto& vertices = flatState().rangePoints;
+    if (!DTMFileOperation().loadRangePointFile(path, first, second, vertices)) return 0;
+    const int found = vertices.empty() ? 0 : 1;
+    handOutVertices();
+    return found;
+  });
+}
+
+int saveRangePointFile(const char* path, bool first, bool second) {
+  return guarded(
+      [&] { return DTMFileOperation().saveRangePointFile(path, first, second, flatState().rangePoints) ? 1 : 0; });
+}
+
+}  // namespace OrvikDTM

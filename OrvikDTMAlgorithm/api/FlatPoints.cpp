@@ -1,0 +1,119 @@
+// Flat functions: the points of a surface of the current library.
+#include <algorithm>
+#include <limits>
+#include <memory>
+#include <vector>
+
+#include <OrvikDTMAlgorithm/api/FlatGuard.h>
+
+inline namespace OrvikDTM {
+
+using detail::flatState;
+using detail::withLibrary;
+using detail::withSurface;
+
+namespace {
+
+constexpr auto kAppend = std::numeric_limits<unsigned long long>::max();
+
+std::unique_ptr<SurfacePoint> newPoint(const char* name, double n, double e, double z) {
+  auto point = std::make_unique<SurfacePoint>();
+  point->setSurfacePointName(name);
+  point->setN(n);
+  point->setE(e);
+  point->setZ(z);
+  return point;
+}
+
+// Appends a point, which is the surface's then, unless memory runs out before its list has taken it.
+int append(DTMSurface& surface, std::unique_ptr<SurfacePoint> point) {
+  const int length = surface.getPointsNumber();
+  try {
+    surface.addSurfacePoint(point.get(), kAppend);
+  } catch (...) {
+    if (surface.getPointsNumber() > length) static_cast<void>(point.release());
+    throw;
+  }
+  static_cast<void>(point.release());
+  return 1;
+}
+
+// Whether a surface is still in its library, where it was as a rule.
+bool holds(const DTMSurfaceLib& library, const DTMSurface* surface, unsigned int expected) {
+  if (library.getSurface(expected) == surface) return true;
+  for (unsigned int i = 0; i < library.getSurfacesNumber(); ++i) {
+    if (library.getSurface(i) == surface) return true;
+  }
+  return false;
+}
+
+// Whether a record is still in its surface's list, where it was as a rule.
+bool holds(DTMSurface& surface, const SurfacePoint* point, std::size_t expected) {
+  const std::vector<SurfacePoint*>& points = surface.getSurfacePoints();
+  if (expected < points.size() && points[expected] == point) return true;
+  return std::find(points.begin(), points.end(), point) != points.end();
+}
+
+// Hands out a surface's own records. The callback may edit the surface, or delete it: what it has deleted is left out.
+int handOutPoints(const DTMSurfaceLib& library, unsigned int index) {
+  DTMSurface* surface = library.getSurface(index);
+  if (surface == nullptr) return 0;
+  const std::vector<SurfacePoint*> points = surface->getSurfacePoints();
+  const SurfacePointCallback callback = flatState().callbacks.surfacePoint;
+  for (std::size_t i = 0; callback != nullptr && i < points.size(); ++i) {
+    if (!holds(library, surface, index)) break;
+    if (points[i] != nullptr && holds(*surface, points[i], i)) callback(points[i]);
+  }
+  return points.empty() ? 0 : 1;
+}
+
+// Hands out copies, which are the callback's. All are made before the first goes, since the callback may edit the
+// surface.
+void handOutCopies(const std::vector<SurfacePoint*>& points) {
+  const SurfacePointCallback callback = flatState().callbacks.surfacePoint;
+  if (callback == nullptr) return;
+  std::vector<std::unique_ptr<SurfacePoint>> copies;
+  copies.reserve(points.size());
+  for (const SurfacePoint* point : points) copies.emplace_back(point->clone());
+  for (std::unique_ptr<SurfacePoint>& copy : copies) callback(copy.release());
+}
+
+}  // namespace
+
+int addSurfacePoint(unsigned int index, const char* pointName, double n, double e, double z) {
+  return withSurface(index, [&](DTMSurface& surface) { return append(surface, newPoint(pointName, n, e, z)); });
+}
+
+int updateSurfacePoint(unsigned int index, unsigned int pointIndex, const char* pointName, double n, double e,
+                       double z) {
+  return withSurface(index, [&](DTMSurface& surface) {
+    std::unique_ptr<SurfacePoint> point = newPoint(pointName, n, e, z);
+    const bool hasEntry = pointIndex < static_cast<unsigned int>(surface.getPointsNumber());
+    return hasEntry ? surface.updateSurfacePoint(pointIndex, point.release()) : 0;
+  });
+}
+
+int deleteSurfacePoint(unsigned int index, unsigned int pointIndex) {
+  return withSurface(index, [&](DTMSurface& surface) { return surface.deleteSurfacePoint(pointIndex, 1); });
+}
+
+int getSurfacePoints(unsigned int index) {
+  return withLibrary([&](const DTMSurfaceLib& library) { return handOutPoints(library, index); });
+}
+
+int loadSurfacePointsFile(unsigned int index, const char* path) {
+  return withSurface(index, [&](DTMSurface& surface) {
+    std::vector<SurfacePoint*> read;
+    surface.loadSurfacePointsFile(path, read);
+    handOutCopies(read);
+    return read.empty() ? 0 : 1;
+  });
+}
+
+void freeSurfacePoint(SurfacePoint* point) { delete point; }
+
+int checkSurfacePoint(unsigned int index, double n, double e, double* z) {
+  return withSurface(index, [&](DTMSurface& surface) { return surface.checkSurfacePoint(n, e, z); });
+}
+
+}  // namespace OrvikDTM

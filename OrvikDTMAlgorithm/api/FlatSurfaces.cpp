@@ -1,0 +1,92 @@
+// Flat functions: the surfaces of the current library, their files and their preview.
+#include <string>
+#include <vector>
+
+#include <OrvikDTMAlgorithm/api/FileKind.h>
+#include <OrvikDTMAlgorithm/api/FlatGuard.h>
+#include <OrvikDTMAlgorithm/io/DTMFileOperation.h>
+
+inline namespace OrvikDTM {
+
+using detail::flatState;
+using detail::guarded;
+using detail::withLibrary;
+using detail::withSurface;
+
+namespace {
+
+// The lines of one preview, freed when it is over, however it ends.
+struct Lines {
+  Lines() = default;
+  ~Lines() {
+    for (const DrawLine* line : list) delete line;
+  }
+  Lines(const Lines&) = delete;
+  Lines& operator=(const Lines&) = delete;
+
+  void handOut(DrawLineCallback callback) const {
+    if (callback == nullptr) return;
+    for (DrawLine* line : list) callback(line);
+  }
+
+  std::vector<DrawLine*> list;
+};
+
+void handOut(DTMSurface* surface) {
+  const SurfaceCallback callback = flatState().callbacks.surface;
+  if (surface != nullptr && callback != nullptr) callback(surface);
+}
+
+}  // namespace
+
+DTMSurface* addDTMSurface(const char* name) {
+  return withLibrary([&](DTMSurfaceLib& library) { return library.addDTMSurface(name); });
+}
+
+int deleteDTMSurface(unsigned int index) {
+  return withLibrary([&](DTMSurfaceLib& library) { return library.deleteDTMSurface(index); });
+}
+
+int releaseDTMSurface(unsigned int index) {
+  return withLibrary([&](DTMSurfaceLib& library) { return library.releaseDTMSurface(index); });
+}
+
+DTMSurface* getSurface(unsigned int index) {
+  return withLibrary([&](const DTMSurfaceLib& library) { return library.getSurface(index); });
+}
+
+DTMSurface* loadDTMSurface(const char* path, int kind) {
+  return withLibrary([&](DTMSurfaceLib& library) { return library.loadDTMSurface(path, kind); });
+}
+
+void getSurfaceByPath(const char* location, const char* type) {
+  guarded([&] {
+    const int kind = detail::kindOfExtension(type);
+    for (const std::string& path : DTMFileOperation().getSurfaceByPath(location, type)) {
+      handOut(loadDTMSurface(path.c_str(), kind));
+    }
+  });
+}
+
+int saveSurface(unsigned int index, const char* path) {
+  return withLibrary([&](DTMSurfaceLib& library) { return library.saveSurface(index, path); });
+}
+
+int exportFileSJW(unsigned int index, const char* path) {
+  return withLibrary([&](DTMSurfaceLib& library) { return library.exportFileSJW(index, path); });
+}
+
+int deleteSurface(const char* path) {
+  return guarded([&] { return DTMFileOperation().deleteSurface(path) ? 1 : 0; });
+}
+
+int previewDTMSurface(unsigned int index, double minX, double maxX, double minY, double maxY) {
+  return withSurface(index, [&](DTMSurface& surface) {
+    Lines lines;
+    const bool drawn = surface.drawSurface(minX, maxX, minY, maxY, lines.list);
+    lines.handOut(flatState().callbacks.drawLine);
+    return drawn ? 1 : 0;
+  });
+}
+
+}  // namespace OrvikDTM

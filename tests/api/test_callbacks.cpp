@@ -1,0 +1,189 @@
+// What the callbacks of a host may do: throw, and edit what they are being shown.
+#include <stdexcept>
+
+#include "api/FlatTest.h"
+
+namespace {
+
+class FlatCallbacks : public FlatTest {
+ protected:
+  void SetUp() override {
+    FlatTest::SetUp();
+    newDTMSurfaceLib();
+    addSquare("Site", 15, 16);
+    registerAll();
+  }
+
+  static void throwAfter(int calls) {
+    handed.onEach = [calls, made = 0]() mutable {
+      if (++made > calls) throw std::runtime_error("the host's own");
+    };
+  }
+};
+
+using Names = std::vector<std::string>;
+
+// Whatever happened, the surface is whole and in its place.
+void expectSound() {
+  ASSERT_NE(nullptr, getSurface(0));
+  double z = 0.0;
+  EXPECT_EQ(1, checkSurfacePoint(0, 205, 105, &z));
+  EXPECT_EQ(15.5, z);
+}
+
+TEST_F(FlatCallbacks, AnExceptionEndsAPreview) {
+  throwAfter(2);
+  EXPECT_EQ(0, previewDTMSurface(0, 99, 111, 199, 211));
+  EXPECT_EQ(2u, handed.lines.size());
+  expectSound();
+}
+
+TEST_F(FlatCallbacks, AnExceptionEndsAListOfPoints) {
+  throwAfter(2);
+  EXPECT_EQ(0, getSurfacePoints(0));
+  EXPECT_EQ((Names{"SW", "SE", "NE"}), handed.points);
+  expectSound();
+  EXPECT_EQ(4, getSurface(0)->getPointsNumber());
+}
+
+TEST_F(FlatCallbacks, AnExceptionThatIsNoneOfTheStandardLibrarys) {
+  handed.onEach = [] { throw 7; };
+  EXPECT_EQ(0, getSurfacePoints(0));
+  EXPECT_EQ(0, previewDTMSurface(0, 99, 111, 199, 211));
+  expectSound();
+}
+
+// The surface has its points; of the copies, those that were handed out are the host's and the others are gone.
+TEST_F(FlatCallbacks, AnExceptionEndsTheReadingOfAPointFile) {
+  fill("p.csv", "A,,101,201,15.1\nB,,102,202,15.2\nC,,103,203,15.3\n");
+  throwAfter(1);
+  EXPECT_EQ(0, loadSurfacePointsFile(0, path("p.csv").c_str()));
+  EXPECT_EQ((Names{"A", "B"}), handed.points);
+  EXPECT_EQ(7, getSurface(0)->getPointsNumber());
+  expectSound();
+  for (SurfacePoint* copy : handed.pointRecords) freeSurfacePoint(copy);
+}
+
+TEST_F(FlatCallbacks, AnExceptionEndsTheReadingOfABoundary) {
+  fill("b.waa", "1\n1\nA,1,2,3\nB,4,5,6\n");
+  throwAfter(0);
+  bool first = false, second = false;
+  EXPECT_EQ(0, loadRangePointFile(path("b.waa").c_str(), &first, &second));
+  EXPECT_EQ(2u, detail::flatState().rangePoints.size());
+  EXPECT_EQ(1, deleteRangePoint(1));
+}
+
+TEST_F(FlatCallbacks, AnExceptionEndsTheReadingOfAFolder) {
+  for (const char* name : {"a.ttin", "b.ttin"}) ASSERT_EQ(1, saveSurface(0, path(name).c_str()));
+  throwAfter(0);
+  getSurfaceByPath(folder_.c_str(), ".ttin");
+  EXPECT_EQ(1u, handed.surfaces.size());
+  EXPECT_EQ(handed.surfaces[0], getSurface(1));
+  EXPECT_EQ(nullptr, getSurface(2));
+  expectSound();
+}
+
+TEST_F(FlatCallbacks, PointsDeletedMeanwhileAreLeftOut) {
+  handed.onEach = [calls = 0]() mutable {
+    if (++calls == 1) deleteSurfacePoint(0, 0);
+  };
+  EXPECT_EQ(1, getSurfacePoints(0));
+  EXPECT_EQ((Names{"SW", "SE", "NE", "NW"}), handed.points);
+
+  handed.points.clear();
+  handed.onEach = [calls = 0]() mutable {
+    SurfacePoint* removed = getSurface(0)->getSurfacePoints()[1];
+    if (++calls != 1) return;
+    EXPECT_EQ(1, deleteSurfacePoint(0, 1));
+    freeSurfacePoint(removed);
+  };
+  EXPECT_EQ(1, getSurfacePoints(0));
+  EXPECT_EQ((Names{"SE", "NW"}), handed.points);
+}
+
+TEST_F(FlatCallbacks, PointsAddedMeanwhileAreNotHandedOut) {
+  handed.onEach = [] { EXPECT_EQ(1, addSurfacePoint(0, "more", 205, 105, 15.5)); };
+  EXPECT_EQ(1, getSurfacePoints(0));
+  EXPECT_EQ(4u, handed.points.size());
+  EXPECT_EQ(8, getSurface(0)->getPointsNumber());
+}
+
+TEST_F(FlatCallbacks, PointsReplacedMeanwhile) {
+  handed.onEach = [] { EXPECT_EQ(1, updateSurfacePoint(0, 3, "new", 210, 100, 15)); };
+  EXPECT_EQ(1, getSurfacePoints(0));
+  EXPECT_EQ("SW", handed.points[0]);
+  EXPECT_LE(handed.points.size(), 4u);
+}
+
+TEST_F(FlatCallbacks, TheSurfaceIsReleasedMeanwhile) {
+  handed.onEach = [] { EXPECT_EQ(1, releaseDTMSurface(0)); };
+  EXPECT_EQ(1, getSurfacePoints(0));
+  EXPECT_EQ(Names{"SW"}, handed.points);
+
+  handed = {};
+  addSquare("Site", 15, 16);
+  handed.onEach = [] { releaseDTMSurface(0); };
+  EXPECT_EQ(1, previewDTMSurface(0, 99, 111, 199, 211));
+  EXPECT_EQ(9u, handed.lines.size());
+}
+
+TEST_F(FlatCallbacks, AnotherSurfaceIsReleasedMeanwhile) {
+  addSquare("Second", 1, 2);
+  handed.onEach = [calls = 0]() mutable {
+    if (++calls == 1) releaseDTMSurface(0);
+  };
+  EXPECT_EQ(1, getSurfacePoints(1));
+  EXPECT_EQ(4u, handed.points.size());
+}
+
+TEST_F(FlatCallbacks, AnotherLibraryIsChosenMeanwhile) {
+  handed.onEach = [] { newDTMSurfaceLib(); };
+  EXPECT_EQ(1, getSurfacePoints(0));
+  EXPECT_EQ(4u, handed.points.size());
+  EXPECT_EQ(nullptr, getSurface(0));
+}
+
+TEST_F(FlatCallbacks, CallbacksAreReplacedMeanwhile) {
+  handed.onEach = [] { setCallBack(nullptr, nullptr, nullptr, nullptr); };
+  EXPECT_EQ(1, getSurfacePoints(0));
+  EXPECT_EQ(4u, handed.points.size());
+  EXPECT_EQ(1, getSurfacePoints(0));
+  EXPECT_EQ(4u, handed.points.size());
+}
+
+TEST_F(FlatCallbacks, TheSurfaceIsReleasedWhileItsFileIsHandedOut) {
+  fill("p.csv", "A,,101,201,15.1\nB,,102,202,15.2\n");
+  handed.onEach = [] { releaseDTMSurface(0); };
+  EXPECT_EQ(1, loadSurfacePointsFile(0, path("p.csv").c_str()));
+  EXPECT_EQ((Names{"A", "B"}), handed.points);
+  for (SurfacePoint* copy : handed.pointRecords) freeSurfacePoint(copy);
+}
+
+TEST_F(FlatCallbacks, VerticesEditedMeanwhile) {
+  fill("b.waa", "1\n1\nA,1,2,3\nB,4,5,6\nC,7,8,9\n");
+  bool first = false, second = false;
+  handed.onEach = [] {
+    deleteRangePoint(1);
+    addRangePoint("new", 1, 2, 3);
+  };
+  EXPECT_EQ(1, loadRangePointFile(path("b.waa").c_str(), &first, &second));
+  EXPECT_EQ("A", handed.vertices[0]);
+  EXPECT_EQ(0, std::count(handed.vertices.begin(), handed.vertices.end(), "B"));
+
+  handed.onEach = [&] { loadRangePointFile(path("absent.waa").c_str(), &first, &second); };
+  handed.vertices.clear();
+  EXPECT_EQ(1, loadRangePointFile(path("b.waa").c_str(), &first, &second));
+  EXPECT_EQ(Names{"A"}, handed.vertices);
+  EXPECT_TRUE(detail::flatState().rangePoints.empty());
+}
+
+TEST_F(FlatCallbacks, SurfacesOfAFolderDeletedMeanwhile) {
+  for (const char* name : {"a.ttin", "b.ttin"}) ASSERT_EQ(1, saveSurface(0, path(name).c_str()));
+  handed.onEach = [] { releaseDTMSurface(0); };
+  getSurfaceByPath(folder_.c_str(), ".ttin");
+  EXPECT_EQ(2u, handed.surfaces.size());
+  EXPECT_NE(nullptr, getSurface(0));
+  EXPECT_EQ(nullptr, getSurface(1));
+}
+
+}  // namespace
