@@ -61,7 +61,8 @@ std::string inQuotes(const std::string& text) {
 }
 
 std::string zshOption(const OptionWords& option) {
-  if (option.isPositional()) return inQuotes(std::string("::").append(zshEscaped(option.names.front())).append(":").append(zshAction(option)));
+  if (option.isPositional())
+    return inQuotes(std::string("::").append(zshEscaped(option.names.front())).append(":").append(zshAction(option)));
   const std::string text = std::string("[").append(zshEscaped(option.text)).append("]");
   std::vector<std::string> forms;
   for (const std::string& name : option.names) {

@@ -32,7 +32,7 @@ struct Reference {
 // are drawn even-odd.
 Pieces differencePieces(const PlanMesh& ground, const Reference& reference, const std::vector<Point>& boundary);
 
-// A thousandth of the millimetre in which heights are measured, far above what the arithmetic leaves of equal heights.
-inline constexpr double kSameHeight = 1e-6;
+// Within this, in units of height, two surfaces coincide; exact volumes take them so as well.
+inline constexpr double kSameHeight = 1e-7;
 
 }  // namespace pictures
