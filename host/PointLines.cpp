@@ -3,7 +3,6 @@
 #include <array>
 #include <string_view>
 
-#include "Progress.h"
 #include "TextLines.h"
 
 namespace {
@@ -11,7 +10,6 @@ namespace {
 constexpr std::size_t kFieldsOfAPoint = 5;  // name, code, easting, northing, elevation
 constexpr std::size_t kFirstNumber = 2;
 constexpr std::array<NumberField, 3> kNumbers = {kEasting, kNorthing, kElevation};
-constexpr int kLinesBetweenShows = 50000;
 
 void checkLine(const TextLines& lines, LineCount& count) {
   std::array<std::string_view, kFieldsOfAPoint> fields;
@@ -35,7 +33,6 @@ LineCount checkLines(const std::string& path) {
   TextLines lines(path);
   LineCount count;
   while (lines.next()) {
-    if (lines.number() % kLinesBetweenShows == 0) progress::show("checking " + path, lines.done());
     if (!lines.line().empty()) checkLine(lines, count);
   }
   return count;

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <filesystem>
+#include <future>
 #include <stdexcept>
 #include <vector>
 
@@ -70,14 +71,17 @@ void requireFinite(const std::string& path, const DTMSurface& surface) {
   }
 }
 
+// The lines are looked through while the library reads them, in a thread that touches nothing of the library: what is
+// wrong with them is told before anything else is.
 void loadPoints(const std::string& path, DTMSurface& surface) {
-  const LineCount count = checkLines(path);
+  progress::show("reading and triangulating " + path, 0.0);
+  std::future<LineCount> check = std::async(std::launch::async, checkLines, path);
+  std::vector<SurfacePoint*> points;  // the surface's own records, listed a second time
+  surface.loadSurfacePointsFile(path.c_str(), points);
+  const LineCount count = check.get();
   requireAnyPoint(path, count);
   warnOfLines(path, count);
   requirePoints(path, count.points);
-  progress::show("reading and triangulating " + path, kChecked);
-  std::vector<SurfacePoint*> points;  // the surface's own records, listed a second time
-  surface.loadSurfacePointsFile(path.c_str(), points);
   if (surface.getPointsNumber() != count.points) {
     fail(path, "changed while it was read, or memory ran out: try again");
   }
@@ -141,6 +145,11 @@ void warnOfTIN(const std::string& path, SurfaceFormat format, DTMSurface& surfac
 }
 
 }  // namespace
+
+void KeepSurface::operator()(DTMSurface* surface) const {
+  static std::vector<DTMSurface*>& kept = *new std::vector<DTMSurface*>;
+  kept.push_back(surface);
+}
 
 SurfaceFormat formatOf(const std::string& path) {
   if (U::endsWith(path, ".csv") || U::endsWith(path, ".dat")) return SurfaceFormat::kPoints;

@@ -1,8 +1,8 @@
 #include "TextLines.h"
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <fstream>
 
 #include "Console.h"
 #include "UserText.h"
@@ -11,33 +11,46 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-std::string contentsOf(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  if (!file) throw console::Failure(shownPath(path) + ": cannot be read: check its permissions");
-  std::error_code ignored;
-  const auto size = std::filesystem::file_size(path, ignored);
-  std::string text(ignored ? 0 : size, '\0');
-  file.read(text.data(), static_cast<std::streamsize>(text.size()));
-  if (file.bad()) throw console::Failure(shownPath(path) + ": reading stopped before its end: check the disk");
-  text.resize(static_cast<std::size_t>(file.gcount()));
-  return text;
-}
-
 // What a header would look like in place of the first line's numbers.
 const char* headerAdvice(int line) { return line == 1 ? "; if line 1 is a header, remove it" : ""; }
 
 }  // namespace
 
-TextLines::TextLines(const std::string& path) : path_(path), text_(contentsOf(path)), rest_(text_) {
-  if (text_.find('\0') != std::string::npos) {
-    throw console::Failure(shownPath(path_) + ": is not plain text: save it as text in UTF-8");
-  }
+TextLines::TextLines(const std::string& path) : path_(path), file_(path, std::ios::binary) {
+  if (!file_) throw console::Failure(shownPath(path_) + ": cannot be read: check its permissions");
+  std::error_code ignored;
+  size_ = static_cast<double>(std::filesystem::file_size(path, ignored));
+  readMore();
   if (rest_.starts_with(kByteOrderMark)) rest_.remove_prefix(kByteOrderMark.size());
 }
 
+void TextLines::requireText(std::string_view read) const {
+  if (read.find('\0') == std::string_view::npos) return;
+  throw console::Failure(shownPath(path_) + ": is not plain text: save it as text in UTF-8");
+}
+
+// Brings the next part of the file behind what is left of the buffer. False when there is none.
+bool TextLines::readMore() {
+  constexpr std::size_t kLeastPart = std::size_t{1} << 18U;
+  std::string left(rest_);
+  const std::size_t kept = left.size();
+  const std::size_t part = std::max(kLeastPart, kept);  // doubling, so that a line of any length is read in its time
+  left.resize(kept + part);
+  file_.read(left.data() + kept, static_cast<std::streamsize>(part));
+  const auto read = static_cast<std::size_t>(file_.gcount());
+  if (file_.bad()) throw console::Failure(shownPath(path_) + ": reading stopped before its end: check the disk");
+  left.resize(kept + read);
+  buffer_.swap(left);
+  rest_ = buffer_;
+  requireText(rest_.substr(kept));
+  read_ += static_cast<double>(read);
+  return read > 0;
+}
+
 bool TextLines::next() {
+  std::size_t end = rest_.find('\n');
+  while (end == std::string_view::npos && readMore()) end = rest_.find('\n');
   if (rest_.empty()) return false;
-  const std::size_t end = rest_.find('\n');
   line_ = rest_.substr(0, end);
   rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + 1);
   while (!line_.empty() && line_.back() == '\r') line_.remove_suffix(1);
@@ -48,9 +61,7 @@ bool TextLines::next() {
   return true;
 }
 
-double TextLines::done() const {
-  return text_.empty() ? 1.0 : 1.0 - static_cast<double>(rest_.size()) / static_cast<double>(text_.size());
-}
+double TextLines::done() const { return size_ > 0.0 ? (read_ - static_cast<double>(rest_.size())) / size_ : 1.0; }
 
 std::string TextLines::where() const { return shownPath(path_) + ":" + std::to_string(number_) + ": "; }
 

@@ -1,10 +1,11 @@
-// The lines of a text file, wholly in memory, for the look through a file before the library reads it.
+// The lines of a text file, for the look through a file before the library reads it.
 //
 // The library reads what it can and takes a field that is no number for 0. A user who mistypes a coordinate wants to be
 // told the file, the line and the field.
 #pragma once
 
 #include <cstddef>
+#include <fstream>
 #include <string>
 #include <string_view>
 
@@ -23,7 +24,7 @@ inline constexpr NumberField kElevation{"elevation", kLargestElevation, "1e12"};
 
 class TextLines {
  public:
-  // Reads the file at a resolved path, or throws a Failure.
+  // Opens the file at a resolved path, or throws a Failure.
   explicit TextLines(const std::string& path);
 
   // Goes to the next line, without its line feed and the carriage returns before it; a byte order mark is no part of
@@ -42,9 +43,15 @@ class TextLines {
   double requireNumber(std::string_view field, const NumberField& expected) const;
 
  private:
+  bool readMore();
+  void requireText(std::string_view read) const;
+
   std::string path_;
-  std::string text_;
-  std::string_view rest_;
+  std::ifstream file_;
+  double size_ = 0.0;
+  double read_ = 0.0;      // bytes that have been in the buffer
+  std::string buffer_;     // a part of the file: it stays small enough for the processor's cache
+  std::string_view rest_;  // of the buffer, behind the present line
   std::string_view line_;
   int number_ = 0;
 };

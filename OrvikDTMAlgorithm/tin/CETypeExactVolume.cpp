@@ -11,6 +11,7 @@
 #include <OrvikDTMAlgorithm/tin/CompensatedSum.h>
 #include <OrvikDTMAlgorithm/tin/ConvexPiece.h>
 #include <OrvikDTMAlgorithm/tin/Facets.h>
+#include <OrvikDTMAlgorithm/tin/Prefetch.h>
 
 inline namespace OrvikDTM {
 
@@ -298,6 +299,10 @@ FillCutResult* CEType::getFillCutExact(double elevation, double* coverage) {
   const Limit limit(rangeList_);
   Facet facet{};
   for (int tri = 1; tri <= triangleCount(); ++tri) {
+    if (const TEdge* ahead = edgeOf(tri + detail::kPrefetchAhead, 1)) {
+      detail::prefetch(ahead->getStartPoint());
+      detail::prefetch(ahead->getEndPoint());
+    }
     if (Facet::make(*this, tri, facet)) addAgainstLevel(facet, elevation, limit, account);
   }
   if (coverage != nullptr) *coverage = account.coverage();

@@ -5,6 +5,7 @@
 
 #include <OrvikDTMAlgorithm/tin/CETypeElements.h>
 #include <OrvikDTMAlgorithm/tin/FillAndCut.h>
+#include <OrvikDTMAlgorithm/tin/Prefetch.h>
 #include <OrvikDTMAlgorithm/tin/Triangle3.h>
 #include <OrvikDTMAlgorithm/tin/TriangleAreas.h>
 
@@ -99,6 +100,10 @@ FillCutResult* CEType::getFillCut(double elevation) {
   FillAndCut sums;
   Corners c;
   for (int tri = 1; tri <= triangleCount(); ++tri) {
+    if (const TEdge* ahead = edgeOf(tri + detail::kPrefetchAhead, 1)) {
+      detail::prefetch(ahead->getStartPoint());
+      detail::prefetch(ahead->getEndPoint());
+    }
     if (!cornersOf(tri, c)) continue;
     switch (placeOf(elevation, *c.p1, *c.p2, *c.p3)) {
       case Place::Cut:

@@ -34,7 +34,7 @@ void addCounts(DTMSurface& surface, Results& results) {
   const CEType& tin = *surface.getCEType();
   results.count("Survey points", surface.getPointsNumber());
   results.count("Repeated positions", points.repeated);
-  results.count("Points not in the TIN", points.missing);
+  results.count("Points off the TIN", points.missing);
   results.count("Triangles", surface.getTrianglesNumber());
   results.count("Edges", tin.getEList()->getListLen());
   results.count("Hull edges", tin.getCList()->getListLen());

@@ -14,7 +14,7 @@ class Info(HostTest):
             "Surface": "tilted",
             "Survey points": "4",
             "Repeated positions": "0",
-            "Points not in the TIN": "0",
+            "Points off the TIN": "0",
             "Triangles": "2",
             "Edges": "5",
             "Hull edges": "4",
@@ -85,6 +85,12 @@ class Info(HostTest):
         self.assert_done(self.run_host("info", "marked.csv"))
         self.write("marked.csv", b"\xef\xbb\xbf\n" + TILTED.encode())
         self.assert_done(self.run_host("info", "marked.csv"))
+
+    def test_lines_longer_than_what_is_read_at_once(self):
+        self.write("long.csv", "A," + "c" * 700000 + TILTED[2:] + "x" * 300000 + ",,1050,2025,15")
+        run = self.run_host("info", "long.csv")
+        self.assert_done(run)
+        self.assertEqual(values(run.stdout)["Survey points"], "5")
 
     def test_names_of_surfaces_are_printed_in_full_on_one_line(self):
         for name, printed in (("\u00e9" * 40, "\u00e9" * 40), ("two\nlines", "two?lines")):
