@@ -14,6 +14,7 @@
 #include "Results.h"
 #include "UserText.h"
 #include "VolumeMeasurement.h"
+#include "VolumePictures.h"
 #include "VolumeReport.h"
 
 namespace {
@@ -26,6 +27,8 @@ struct VolumeOrder {
   std::string method = "exact";
   std::string report;
   std::string labels;
+  std::string map;
+  std::string html;
   bool json = false;
 };
 
@@ -41,6 +44,7 @@ constexpr const char* kReferenceLabels =
 constexpr double kGroundRead = 0.8;
 constexpr double kGroundReadOfTwo = 0.4;
 constexpr double kBothRead = 0.8;
+constexpr double kMeasured = 0.9;
 
 VolumeMethod methodOf(const std::string& method) {
   if (method == "exact") return VolumeMethod::kExact;
@@ -100,7 +104,7 @@ void readSurfaces(const VolumeOrder& order, VolumeMeasurement& work) {
   work.reference = readSurface(reference);
 }
 
-Results resultsOf(const VolumeMeasurement& work, const std::string& report) {
+Results resultsOf(const VolumeMeasurement& work, const std::string& report, const VolumePictures& pictures) {
   const FillCutResult& result = *work.result;
   Results results;
   results.text("Surface", work.groundName);
@@ -117,6 +121,8 @@ Results resultsOf(const VolumeMeasurement& work, const std::string& report) {
   results.number("Fill surface area", result.getFillThreeDArea());
   if (work.method == VolumeMethod::kExact) results.number("Covered plan area", work.coverage);
   if (!report.empty()) results.text("Report", report);
+  if (!pictures.map.empty()) results.text("Map", pictures.map);
+  if (!pictures.page.empty()) results.text("Page", pictures.page);
   return results;
 }
 
@@ -127,13 +133,18 @@ void volume(const VolumeOrder& order, const CLI::App& command) {
   work.method = methodOf(order.method);
   const std::string labels = labelsOf(order, options::isGiven(command, "--labels"));
   const std::string report = targetOf(command, "--report", order.report, "report", inputsOf(order));
+  const VolumePictures pictures{targetOf(command, "--map", order.map, "map", inputsOf(order)),
+                                targetOf(command, "--html", order.html, "page", inputsOf(order))};
+  requireEndings(pictures);
 
   readSurfaces(order, work);
   limitTo(order.boundary, *work.ground);
   progress::show("measuring volumes", kBothRead);
   measure(work);
   if (!report.empty()) writeReport(report, *work.result, *work.ground, {work.referenceName, work.level}, labels);
-  resultsOf(work, report).print(order.json);
+  progress::show("drawing", kMeasured);
+  drawVolume(pictures, work, labels);
+  resultsOf(work, report, pictures).print(order.json);
 }
 
 void addOptions(CLI::App& command, VolumeOrder& order) {
@@ -150,6 +161,8 @@ void addOptions(CLI::App& command, VolumeOrder& order) {
                   "cut volume, fill volume, plan area, surface area, plan perimeter, surface perimeter,\n"
                   "cut areas, fill areas; English when left out")
       ->type_name("LABELS");
+  options::addFile(command, "--map", order.map, "Map of cut and fill to write, .svg");
+  options::addFile(command, "--html", order.html, "Page with report, map and 3-D view to write, .html");
   options::addJson(command, order.json);
 }
 
