@@ -73,16 +73,25 @@ bool readWhole(const char* path, Contents& contents) {
 class Unfinished {
  public:
   explicit Unfinished(std::string path) : path_(std::move(path)) {}
-  ~Unfinished() {
-    if (!path_.empty()) std::remove(path_.c_str());
-  }
+  ~Unfinished() { remove(); }
   Unfinished(const Unfinished&) = delete;
   Unfinished& operator=(const Unfinished&) = delete;
 
-  bool putInPlaceOf(const std::string& target) {
-    if (!putInPlace(path_, target)) return false;
+  Put putInPlaceOf(const std::string& target) {
+    const Put put = putInPlace(path_, target);
+    if (put == Put::kDone) path_.clear();
+    return put;
+  }
+
+  std::uintmax_t size() const {
+    std::error_code failure;
+    const std::uintmax_t size = fs::file_size(path_, failure);
+    return failure ? 0 : size;
+  }
+
+  void remove() {
+    if (!path_.empty()) std::remove(path_.c_str());
     path_.clear();
-    return true;
   }
 
  private:
@@ -109,18 +118,26 @@ Written writeInPlace(const std::string& target, const Contents& contents) {
   return fillAndClose(std::move(file), contents.fill) ? Written::kWhole : Written::kPart;
 }
 
+// Opening empties the old file, so that is not done where the new contents would find no room.
+Written writeOver(const std::string& target, std::uintmax_t size, const Contents& contents) {
+  return hasRoomInPlaceOf(target, size) ? writeInPlace(target, contents) : Written::kPart;
+}
+
 Written writeByReplacing(const std::string& target, const Contents& contents) {
   FileBeside beside = createBeside(target, contents.mode);
   if (!beside.file) {
-    if (beside.folderRefuses) return writeInPlace(target, contents);
+    if (beside.folderRefuses) return writeOver(target, contents.size, contents);
     std::error_code ignored;
     return fs::exists(target, ignored) ? Written::kPart : Written::kNothing;
   }
   Unfinished unfinished(std::move(beside.path));
   if (!reserveRoom(beside.file.get(), contents.size)) return Written::kPart;
   if (!fillAndClose(std::move(beside.file), contents.fill)) return Written::kPart;
-  // A file that cannot be replaced, such as one that is mounted by itself, can still be written.
-  return unfinished.putInPlaceOf(target) ? Written::kWhole : writeInPlace(target, contents);
+  const Put put = unfinished.putInPlaceOf(target);
+  if (put != Put::kRefused) return put == Put::kDone ? Written::kWhole : Written::kPart;
+  const std::uintmax_t size = unfinished.size();
+  unfinished.remove();  // it would take the room of what is written now
+  return writeOver(target, size, contents);
 }
 
 Written write(const char* path, const Contents& contents) {

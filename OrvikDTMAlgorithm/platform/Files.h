@@ -1,6 +1,7 @@
 // Private to platform/. What of reading and writing files differs between systems; the rest stands in Files.cpp.
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -53,8 +54,15 @@ struct FileBeside {
 
 FileBeside createBeside(const std::string& target, const char* mode);
 
-// Puts the file at `path` in the place of `target`, at once.
-bool putInPlace(const std::string& path, const std::string& target);
+// Puts the file at `path` in the place of `target`, at once. kRefused: this target is not to be replaced (it is another
+// user's in a folder where only owners may remove, or is mounted by itself) while it may still be writable. Everything
+// else that goes wrong is no reason to open, and by that to empty, the old file.
+enum class Put { kDone, kRefused, kFailed };
+
+Put putInPlace(const std::string& path, const std::string& target);
+
+// Whether so many bytes find room where `target` stands now, once it is emptied; true also where nobody can tell.
+bool hasRoomInPlaceOf(const std::string& target, std::uintmax_t bytes);
 
 }  // namespace detail
 }  // namespace OrvikDTM

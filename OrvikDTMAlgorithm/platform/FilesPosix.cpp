@@ -3,6 +3,7 @@
 #include <climits>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <OrvikDTMAlgorithm/platform/Files.h>
@@ -117,8 +118,20 @@ FileBeside createBeside(const std::string& target, const char* mode) {
   return beside;
 }
 
-bool putInPlace(const std::string& path, const std::string& target) {
-  return std::rename(path.c_str(), target.c_str()) == 0;
+Put putInPlace(const std::string& path, const std::string& target) {
+  if (std::rename(path.c_str(), target.c_str()) == 0) return Put::kDone;
+  const bool isRefused = errno == EPERM || errno == EACCES || errno == EBUSY || errno == EXDEV;
+  return isRefused ? Put::kRefused : Put::kFailed;
+}
+
+bool hasRoomInPlaceOf(const std::string& target, std::uintmax_t bytes) {
+  constexpr std::uintmax_t kUnitOfBlocks = 512;
+  struct stat old {};
+  struct statvfs disk {};
+  if (stat(target.c_str(), &old) != 0 || statvfs(target.c_str(), &disk) != 0) return true;
+  if (disk.f_blocks == 0) return true;  // it does not count what it has
+  const std::uintmax_t freed = static_cast<std::uintmax_t>(old.st_blocks) * kUnitOfBlocks;
+  return bytes <= freed || (bytes - freed) / disk.f_frsize < disk.f_bavail;
 }
 
 }  // namespace detail

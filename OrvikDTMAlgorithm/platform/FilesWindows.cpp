@@ -89,11 +89,26 @@ FileBeside createBeside(const std::string& target, const char* mode) {
 }
 
 // ReplaceFile keeps the permissions and attributes of the old file.
-bool putInPlace(const std::string& path, const std::string& target) {
-  if (GetFileAttributesA(target.c_str()) == INVALID_FILE_ATTRIBUTES) {
-    return MoveFileExA(path.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH) != 0;
-  }
-  return ReplaceFileA(target.c_str(), path.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) != 0;
+Put putInPlace(const std::string& path, const std::string& target) {
+  const bool isNew = GetFileAttributesA(target.c_str()) == INVALID_FILE_ATTRIBUTES;
+  const BOOL done =
+      isNew ? MoveFileExA(path.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH)
+            : ReplaceFileA(target.c_str(), path.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr);
+  if (done != 0) return Put::kDone;
+  const DWORD error = GetLastError();
+  const bool isRefused =
+      error == ERROR_ACCESS_DENIED || error == ERROR_NOT_SAME_DEVICE || error == ERROR_UNABLE_TO_REMOVE_REPLACED;
+  return isRefused ? Put::kRefused : Put::kFailed;
+}
+
+bool hasRoomInPlaceOf(const std::string& target, std::uintmax_t bytes) {
+  WIN32_FILE_ATTRIBUTE_DATA old;
+  if (GetFileAttributesExA(target.c_str(), GetFileExInfoStandard, &old) == 0) return true;
+  ULARGE_INTEGER free;
+  const std::string folder = folderOf(target);
+  if (GetDiskFreeSpaceExA(folder.empty() ? nullptr : folder.c_str(), &free, nullptr, nullptr) == 0) return true;
+  const std::uintmax_t freed = (std::uintmax_t{old.nFileSizeHigh} << 32) | old.nFileSizeLow;
+  return bytes <= freed || bytes - freed <= free.QuadPart;
 }
 
 }  // namespace detail

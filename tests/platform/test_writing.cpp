@@ -2,20 +2,49 @@
 // that allow no new file.
 #if !defined(_WIN32)
 
+#include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstring>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <random>
 #include <sstream>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <OrvikDTMAlgorithm/platform/FileSink.h>
 #include <OrvikDTMAlgorithm/platform/Platform.h>
 #include <gtest/gtest.h>
+
+namespace {
+
+// How the system answers when it is asked to rename, and whether it says that its disks are full; 0 and false leave
+// both as they are.
+int renameFailsWith = 0;
+bool disksAreFull = false;
+
+}  // namespace
+
+// These stand before those of the C library, so that the library under test asks them.
+extern "C" int rename(const char* from, const char* to) noexcept {
+  if (renameFailsWith == 0) return renameat(AT_FDCWD, from, AT_FDCWD, to);
+  errno = renameFailsWith;
+  return -1;
+}
+
+extern "C" int statvfs(const char* path, struct statvfs* disk) noexcept {
+  const int file = open(path, O_RDONLY | O_CLOEXEC);
+  if (file < 0) return -1;
+  const int result = fstatvfs(file, disk);
+  close(file);
+  if (disksAreFull) disk->f_bavail = 0;
+  return result;
+}
 
 namespace {
 
@@ -32,6 +61,8 @@ class Writing : public testing::Test {
     std::ofstream(target(), std::ios::binary) << kOld;
   }
   void TearDown() override {
+    renameFailsWith = 0;
+    disksAreFull = false;
     fs::permissions(folder_, fs::perms::owner_all);
     fs::remove_all(folder_);
   }
@@ -148,6 +179,70 @@ TEST_F(Writing, AFileInAFolderThatAllowsNoNewOneIsWrittenInPlace) {
   EXPECT_EQ(1, inChild(inPlace));
   EXPECT_EQ("in place", contentsOf(target()));
   EXPECT_EQ(1u, entries());
+}
+
+// Where only owners may remove files, another user's file that everybody may write stays the same file.
+TEST_F(Writing, AFileOfAnotherUserInASharedFolderIsWrittenInPlace) {
+  fs::permissions(target(), fs::perms::all);
+  fs::permissions(folder_, fs::perms::all | fs::perms::sticky_bit);
+  const auto inPlace = [this] {
+    giveUpPrivileges();
+    return write(target(), "in place") == Written::kWhole;
+  };
+  EXPECT_EQ(1, inChild(inPlace));
+  EXPECT_EQ("in place", contentsOf(target()));
+  EXPECT_EQ(1u, entries());
+}
+
+TEST_F(Writing, AFileThatMayNotBeReplacedIsWrittenInPlaceWithNoOtherBesideIt) {
+  for (const int refusal : {EPERM, EACCES, EBUSY, EXDEV}) {
+    renameFailsWith = refusal;
+    std::size_t fills = 0;
+    std::size_t entriesAtTheSecond = 0;
+    const auto fill = [&](detail::FileSink& sink) {
+      if (++fills == 2) entriesAtTheSecond = entries();
+      sink.append(std::to_string(refusal));
+    };
+    ASSERT_EQ(Written::kWhole, detail::writeBinaryFile(target().c_str(), 0, fill)) << refusal;
+    EXPECT_EQ(2u, fills);
+    EXPECT_EQ(1u, entriesAtTheSecond) << "the room of the one beside it may be needed";
+    EXPECT_EQ(std::to_string(refusal), contentsOf(target()));
+  }
+  EXPECT_EQ(1u, entries());
+}
+
+TEST_F(Writing, AFileThatCouldNotBeReplacedForAnotherReasonStays) {
+  for (const int failure : {ENOSPC, EIO, EDQUOT, EROFS}) {
+    renameFailsWith = failure;
+    EXPECT_EQ(Written::kPart, write(target(), "x")) << failure;
+    EXPECT_EQ(kOld, contentsOf(target())) << failure;
+    EXPECT_EQ(1u, entries()) << failure;
+  }
+}
+
+TEST_F(Writing, AFileIsNotEmptiedWhereTheNewContentsHaveNoRoom) {
+  renameFailsWith = EPERM;
+  disksAreFull = true;
+  EXPECT_EQ(Written::kPart, write(target(), std::string(1'000'000, 'n')));
+  EXPECT_EQ(kOld, contentsOf(target()));
+  EXPECT_EQ(1u, entries());
+
+  std::ofstream(target(), std::ios::binary) << std::string(2'000'000, 'o');
+  EXPECT_EQ(Written::kWhole, write(target(), std::string(1'000'000, 'n'))) << "the old contents make room";
+  EXPECT_EQ(std::string(1'000'000, 'n'), contentsOf(target()));
+}
+
+TEST_F(Writing, AFileInAFolderThatAllowsNoNewOneIsNotEmptiedWhereTheNewContentsHaveNoRoom) {
+  fs::permissions(target(), fs::perms::all);
+  fs::permissions(folder_,
+                  fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read | fs::perms::others_exec);
+  disksAreFull = true;
+  const auto cutShort = [this] {
+    giveUpPrivileges();
+    return write(target(), std::string(1'000'000, 'n')) == Written::kPart;
+  };
+  EXPECT_EQ(1, inChild(cutShort));
+  EXPECT_EQ(kOld, contentsOf(target()));
 }
 
 TEST_F(Writing, AFileThatMayNotBeWrittenIsNotReplaced) {
