@@ -22,9 +22,9 @@ class ORVIKDTM_API DTMFileOperation {
   // is written in place. True once the file was opened, also when the disk is full by then; false for a null surface.
   bool saveSurfaces(const char* path, DTMSurface* surface);
 
-  // Fills `surface` from a file: type 0 is ".ttin", 1 ".sjw", 2 LandXML ".xml"; the extension must fit. A blank at
-  // either end of a ".ttin" path is not part of it. False when the file is not such a file or holds no points (types 1
-  // and 2).
+  // Fills `surface` from a file: type 0 is ".ttin", 1 ".sjw", 2 LandXML ".xml"; the extension must fit. Blanks
+  // ahead of a ".ttin" path are not part of it; one behind it is, so the extension does not fit. False when the file is
+  // not such a file or holds no points (types 1 and 2). Type 2 throws std::out_of_range as DTMSurface::tryParseLandXML.
   bool loadSurface(const char* path, int type, DTMSurface* surface);
 
   // The files in `folder` whose names end in `extension`, in the order in which the system lists them, each as the

@@ -20,12 +20,30 @@ using detail::Face;
 
 // ---- the document
 
+// The parser's process-wide switch, which a host that uses the parser too may have turned off: runs of white space
+// become one blank while this lives. It is only touched where it differs, for other threads may be reading it.
+class CondensedWhiteSpace {
+ public:
+  CondensedWhiteSpace() { set(true); }
+  ~CondensedWhiteSpace() { set(wasCondensed_); }
+  CondensedWhiteSpace(const CondensedWhiteSpace&) = delete;
+  CondensedWhiteSpace& operator=(const CondensedWhiteSpace&) = delete;
+
+ private:
+  static void set(bool condensed) {
+    if (TiXmlBase::IsWhiteSpaceCondensed() != condensed) TiXmlBase::SetCondenseWhiteSpace(condensed);
+  }
+
+  const bool wasCondensed_ = TiXmlBase::IsWhiteSpaceCondensed();
+};
+
 // Loads a document, all bytes being taken as they are: names and numbers are ASCII in every encoding that is in use, so
 // a file that does not keep to the encoding that it declares loads as well. Positions within the file are not tracked.
 bool load(const char* path, TiXmlDocument& document) {
   std::string text;
   if (!detail::readWholeFile(path, text) || !detail::makeReadyForParser(text)) return false;
   document.SetTabSize(0);
+  const CondensedWhiteSpace condensed;
   document.Parse(text.c_str(), nullptr, TIXML_ENCODING_LEGACY);
   return !document.Error();
 }

@@ -28,15 +28,33 @@ class NameField {
     fill(field, codePageToUtf8(std::string(text)));
   }
 
-  // Fills a name from a field.
+  // Fills a name from a field. A character that was cut off in the field, or has no room in the name, is left out.
   void read(char (&name)[kNameSize], const unsigned char* field) const {
     const auto* bytes = reinterpret_cast<const char*>(field);  // char may alias everything
     const std::string_view text(bytes, strnlen(bytes, kNameFieldBytes));
     if (needsNoConversion(text)) return copyName(name, text);
-    copyName(name, std::string_view(utf8ToCodePage(std::string(text))));
+    std::string converted;
+    std::string_view whole = withoutBrokenEnd(text);
+    while ((converted = utf8ToCodePage(std::string(whole))).size() > kNameSize - 1) {
+      whole = withoutBrokenEnd(whole.substr(0, whole.size() - 1));
+    }
+    copyName(name, std::string_view(converted));
   }
 
  private:
+  // A text in UTF-8 without the bytes at its end that only begin a character.
+  static std::string_view withoutBrokenEnd(std::string_view text) {
+    constexpr std::size_t kLongest = 4;
+    for (std::size_t length = 1; length <= std::min(kLongest, text.size()); ++length) {
+      const auto byte = static_cast<unsigned char>(text[text.size() - length]);
+      if ((byte & 0xC0u) == 0x80u) continue;  // the first byte of the character is further ahead
+      const std::size_t needed = byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : byte >= 0xC0 ? 2 : 1;
+      if (length < needed) text.remove_suffix(length);
+      break;
+    }
+    return text;
+  }
+
   static constexpr char kFirstPrintable = ' ';
   static constexpr char kLastPrintable = '~';
 

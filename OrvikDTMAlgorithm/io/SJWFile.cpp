@@ -131,7 +131,7 @@ CEType* CEType::initCETypeFromSJW(const char* path) {
   std::string contents;
   if (!detail::readWholeFile(path, contents)) return nullptr;
   TriangleList triangles;
-  for (std::string_view rest = contents; takeTriangle(rest, triangles);) continue;
+  for (std::string_view rest = detail::withoutByteOrderMark(contents); takeTriangle(rest, triangles);) continue;
   if (triangles.faces.empty()) return nullptr;
   return detail::importedModel(triangles.corners.takePoints(), triangles.faces).release();
 }

@@ -25,6 +25,13 @@ bool startsName(char c) {
   return (lowerAscii(c) >= 'a' && lowerAscii(c) <= 'z') || c == '_' || static_cast<unsigned char>(c) >= 127;
 }
 
+// What is a letter to the parser, and white space in no locale: the letters of ASCII, and the bytes with which a
+// character begins in UTF-8.
+bool surelyStartsName(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return startsName(c) && (byte < 127 || (byte >= 0xC2 && byte <= 0xF4));
+}
+
 bool continuesName(char c) { return startsName(c) || isDigit(c) || c == '-' || c == '.' || c == ':'; }
 
 // Walks through a text node by node. Every step is false when it gives up.
@@ -149,7 +156,7 @@ class Scan {
   }
 
   bool passAttribute() {
-    if (atEnd() || !isAscii(text_[at_]) || !startsName(text_[at_])) return false;
+    if (atEnd() || !surelyStartsName(text_[at_])) return false;
     takeName();
     skipWhite();
     if (!passOver('=')) return false;

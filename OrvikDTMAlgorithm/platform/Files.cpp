@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
+#include <new>
 #include <random>
+#include <stdexcept>
 
 #include <OrvikDTMAlgorithm/platform/FileSink.h>
 #include <OrvikDTMAlgorithm/platform/Files.h>
@@ -47,7 +49,7 @@ std::string uniqueSuffix() {
 namespace {
 
 template <typename Contents>
-bool readWhole(const char* path, Contents& contents) {
+bool readAll(const char* path, Contents& contents) {
   const File file = path == nullptr ? nullptr : openFile(existingPath(path), kReadBytes);
   if (!file) return false;
   std::setvbuf(file.get(), nullptr, _IONBF, 0);  // straight to where it stays
@@ -67,6 +69,18 @@ bool readWhole(const char* path, Contents& contents) {
   }
   contents.resize(length);
   return std::ferror(file.get()) == 0;
+}
+
+// A file that does not fit into memory is one that cannot be read.
+template <typename Contents>
+bool readWhole(const char* path, Contents& contents) {
+  try {
+    return readAll(path, contents);
+  } catch (const std::bad_alloc&) {
+    return false;
+  } catch (const std::length_error&) {
+    return false;
+  }
 }
 
 // A file that is removed unless it was put in its place.

@@ -186,7 +186,8 @@ class ORVIKDTM_API DTMSurface {
   bool exportFileSJW(const char* path);
 
   // Replaces TIN, name (the file's, without folder and extension), statistics and points by those of a ".sjw" or a
-  // LandXML file. False, and nothing changes, when the file gives no triangle.
+  // LandXML file. False, and nothing changes, when the file gives no triangle. The second throws std::out_of_range, and
+  // nothing changes, for a definition without its point or face list, or with faces but no point.
   bool tryParseSJW(const char* path);
   bool tryParseLandXML(const char* path);
 

@@ -2,6 +2,7 @@
 #include <limits>
 #include <random>
 #include <stdexcept>
+#include <tinyxml.h>
 
 #include <OrvikDTMAlgorithm/surface/SurfacePoint.h>
 #include <OrvikDTMAlgorithm/tin/ConvexList.h>
@@ -183,6 +184,17 @@ TEST_F(LandXML, LineBreaks) {
   }
   EXPECT_EQ(kOne, trianglesOf(windows));
   EXPECT_EQ(kOne, trianglesOf(oneLine));
+}
+
+TEST_F(LandXML, TheHostsSwitchOfTheParserChangesNothingAndStays) {
+  const std::string spread = landXML(definition(kPoints, "<F>\n 1\t 2\r\n  3 \n</F>\n<F> 2   4 3</F>"));
+  for (const bool condense : {false, true}) {
+    TiXmlBase::SetCondenseWhiteSpace(condense);
+    EXPECT_EQ(kTwo, trianglesOf(spread)) << condense;
+    EXPECT_EQ(condense, TiXmlBase::IsWhiteSpaceCondensed());
+    EXPECT_EQ(List{}, trianglesOf("<a")) << condense;
+    EXPECT_EQ(condense, TiXmlBase::IsWhiteSpaceCondensed());
+  }
 }
 
 TEST_F(LandXML, Identifiers) {

@@ -67,7 +67,40 @@ TEST_F(GbkNames, AreCutAfter24BytesInTheFileAnd23InTheRecord) {
   // 24 bytes of which the last begin a character that was cut off.
   surface.setSurfaceName(("a" + name).c_str());
   ASSERT_TRUE(load(read, surface.toBytes()));
-  EXPECT_STREQ("", read.getSurfaceName()) << "what is no UTF-8 has no conversion";
+  EXPECT_EQ(std::string("a") + repeated(kGbk, 3) + kGbk.substr(0, 2), read.getSurfaceName());
+}
+
+// A file may come from a system with more room in its names, or be cut inside a character.
+TEST_F(GbkNames, SettleAtTheFirstReading) {
+  const std::string yaInUtf8 = "\xD1\x8F";  // the last letter of Russian: two bytes here as there
+  const std::string yaInGbk = "\xA7\xF1";
+  const struct {
+    std::string field;
+    std::string name;
+  } rows[] = {
+      {repeated(yaInUtf8, 12), repeated(yaInGbk, 11)},
+      {std::string("a") + repeated(yaInUtf8, 11) + "\xD1", std::string("a") + repeated(yaInGbk, 11)},
+      {repeated(kUtf8, 3) + "abcd" + "\xE5\x9C", repeated(kGbk, 3) + "abcd"},
+      {repeated(kUtf8, 3) + "abcde" + "\xE5", repeated(kGbk, 3) + "abcde"},
+      {repeated(kUtf8, 3) + "\xF0\x9F\x98", repeated(kGbk, 3)},
+      {kUtf8 + "b\xE5\x9C", kGbk + "b"},
+      {"\xE5\x9C", ""},
+      {"\x80\x80\x80\x80\x80", ""},
+  };
+  OwnedSurface surface;
+  for (const auto& [field, name] : rows) {
+    Block block = surface.toBytes();
+    const std::string bytes = padded(field);
+    std::copy(bytes.begin(), bytes.end(), block.begin());
+    OwnedSurface read;
+    ASSERT_TRUE(load(read, block));
+    EXPECT_EQ(name, read.getSurfaceName());
+    const Block again = read.toBytes();
+    OwnedSurface readAgain;
+    ASSERT_TRUE(load(readAgain, again));
+    EXPECT_EQ(name.empty() ? std::string(" ") : name, readAgain.getSurfaceName());
+    EXPECT_EQ(again, readAgain.toBytes());
+  }
 }
 
 TEST_F(GbkNames, OfPointsComeBack) {

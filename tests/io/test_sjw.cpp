@@ -171,6 +171,9 @@ TEST_F(SJWFile, WhereReadingEnds) {
   const std::string nine = kOneTriangle;
   const std::string withoutLastBreak = nine.substr(0, nine.size() - 1);
   const std::string second = "10\n0\n2\n10\n10\n4\n0\n10\n3\n";
+  const std::string eight = nine.substr(0, nine.size() - 2);
+  const std::string mark = "\xEF\xBB\xBF";
+  const std::string moved = std::string("5").append(nine, 1);
   const auto one = kOneTriangleRead;
   const auto two = slowRead(nine + second);
   ASSERT_EQ(2u, two.size());
@@ -198,6 +201,11 @@ TEST_F(SJWFile, WhereReadingEnds) {
       {"0\n0\n\n1\n10\n0\n2\n0\n10\n3\n", {}},
       {nine + "nil\n" + second, one},
       {nine + "10\n0\nnil\n10\n10\n4\n0\n10\n3\n", one},
+      {eight + "nil\r", {}},
+      {eight + "nil \r", slowRead(eight + "0\n")},
+      {mark + moved, slowRead(moved)},
+      {mark + nine + "nil", one},
+      {mark + "nil\n" + nine, {}},
   };
   for (const auto& row : rows) EXPECT_EQ(row.expected, trianglesOf(row.contents)) << "'" << row.contents << "'";
 }

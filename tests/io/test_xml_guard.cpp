@@ -119,6 +119,14 @@ TEST(XMLGuard, WhatTheParserWouldNotFinish) {
                            "<a>&#xg;</a>",
                            "<a b='&#'/>",
                            "<a><?xml version='1.0'?></a>",
+                           "<a \xA0='1'/>",
+                           "<a \xFF='1'/>",
+                           "<a \x85"
+                           "b='1'/>",
+                           "<a b='1' \xA0='1'/>",
+                           "<a \xC3\xB6/>",
+                           "<a \xC3\xB6=",
+                           "<a \xC3\xB6='",
                            "\xFF<a/>"}) {
     EXPECT_FALSE(isReady(text)) << text;
   }
@@ -142,6 +150,9 @@ TEST(XMLGuard, WhatTheFieldWrites) {
                            "<a>1 &lt; 2 &amp; &#65;&#x4a; &co</a>",
                            "<a>]]></a>",
                            "<\xE9l\xE9ment nom='\xE9'>\xE9</\xE9l\xE9ment>",
+                           "<a \xC3\xB6='1'/>",
+                           "<a \xC3\xB6 = \"\xC3\xB6\" b\xC3\xB6=2></a>",
+                           "<a \xE9\xAB\x98='1' \xF0\x9F\x98\x80='2'/>",
                            "<a/>rest that nobody reads <<<",
                            "no document",
                            "\xEF\xBB\xBF<a/>",
@@ -177,10 +188,11 @@ TEST(XMLGuard, AttributesWithoutEnd) {
 
 TEST(XMLGuard, WhatItLetsThroughComesToAGoodEnd) {
   const std::vector<std::string> pieces = {
-      "<a>",          "<a>",      "<a>",  "</a>",      "</a>", "</a>",   "<b x='",     "'>", "/>",   "'/>",   "\"",
-      "</b>",         "<!--",     "-->",  "<![CDATA[", "]]>",  "&#x41;", "&#x",        ";",  "&#6",  "&amp;", "&",
-      "<?xml ",       "version=", "?>",   "<?p ",      ">",    "<",      "'",          "=",  "x",    " ",     "\xF0",
-      "\xEF\xBB\xBF", "\n",       "<!D ", "[",         "/",    "<a y=1", "encoding='", "</", "<ab>", "</ab>"};
+      "<a>",   "<a>",  "<a>",    "</a>",          "</a>",      "</a>", "<b x='", "'>",  "/>",     "'/>",
+      "\"",    "</b>", "<!--",   "-->",           "<![CDATA[", "]]>",  "&#x41;", "&#x", ";",      "&#6",
+      "&amp;", "&",    "<?xml ", "version=",      "?>",        "<?p ", ">",      "<",   "'",      "=",
+      "x",     " ",    "\xF0",   "\xEF\xBB\xBF",  "\n",        "<!D ", "[",      "/",   "<a y=1", "encoding='",
+      "</",    "<ab>", "</ab>",  "<a \xC3\xB6='", "\xC3",      "\xA0"};
   std::mt19937 random(61);
   int read = 0;
   for (int i = 0; i < 400'000; ++i) {
