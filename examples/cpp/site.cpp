@@ -21,8 +21,7 @@ namespace {
 constexpr int kTtin = 0;
 constexpr int kLandXml = 2;
 
-// Indices in the library, in the order in which the surfaces come in.
-enum Surfaces : unsigned int { kDesign, kSavedDesign, kGround };
+constexpr unsigned int kDesign = 0;  // the first surface of the library
 
 void require(bool done, const std::string& what) {
   if (!done) throw std::runtime_error(what);
@@ -40,6 +39,9 @@ struct Library : DTMSurfaceLib {
   Library(const Library&) = delete;
   Library& operator=(const Library&) = delete;
   ~Library() { release(); }
+
+  // Where the surface stands that came in last.
+  unsigned int last() const { return static_cast<unsigned int>(getSurfacesNumber()) - 1; }
 };
 
 void build(Library& library, const std::string& site) {
@@ -97,41 +99,51 @@ void preview(Library& library, const std::string& out) {
   std::cout << "Drew      " << lines.size() << " lines to design.svg\n";
 }
 
-void saveAndList(Library& library, const std::string& out) {
+// Loads every such file of the folder that can be read, and returns the index of the one that it has saved.
+unsigned int saveAndList(Library& library, const std::string& out) {
   require(library.saveSurface(kDesign, (out + "/design.ttin").c_str()) == 1, "saving the design");
-  const std::vector<std::string> files = DTMFileOperation().getSurfaceByPath(out.c_str(), ".ttin");
-  for (const std::string& file : files) require(library.loadDTMSurface(file.c_str(), kTtin) != nullptr, file);
-  std::cout << "Saved     design.ttin; the folder holds " << files.size() << " such file(s)\n";
+  const unsigned int before = library.last();
+  unsigned int saved = kDesign;
+  for (const std::string& file : DTMFileOperation().getSurfaceByPath(out.c_str(), ".ttin")) {
+    const bool loaded = library.loadDTMSurface(file.c_str(), kTtin) != nullptr;
+    if (loaded && file.substr(file.find_last_of("/\\") + 1) == "design.ttin") saved = library.last();
+  }
+  require(saved != kDesign, "loading the saved design");
+  std::cout << "Saved     design.ttin; the folder holds " << library.last() - before << " such file(s)\n";
+  return saved;
 }
 
-void bound(Library& library, const std::string& site, const std::string& ground) {
+// Loads the ground, gives it its boundary and returns its index.
+unsigned int bound(Library& library, const std::string& site, const std::string& ground) {
   bool first = false, second = false;
   std::vector<RangePoint*> boundary;  // ours
   require(DTMFileOperation().loadRangePointFile((site + "/boundary.waa").c_str(), &first, &second, boundary),
           "reading boundary.waa");
   require(library.loadDTMSurface(ground.c_str(), kLandXml) != nullptr, "loading the ground");
-  library.setRangeList(kGround, boundary);  // copies what it needs
+  const unsigned int index = library.last();
+  library.setRangeList(index, boundary);  // copies what it needs
   std::cout << "Bounded   by " << boundary.size() << " vertices, switches " << first << " and " << second << '\n';
   for (const RangePoint* vertex : boundary) delete vertex;
+  return index;
 }
 
-void measure(Library& library) {
-  const std::unique_ptr<FillCutResult> result(library.getFillCut(kGround, kSavedDesign));
+void measure(Library& library, unsigned int ground, unsigned int design) {
+  const std::unique_ptr<FillCutResult> result(library.getFillCut(ground, design));
   require(result != nullptr, "measuring the volume");
-  std::cout << "Measured  " << library.getSurface(kGround)->getSurfaceName() << " against "
-            << library.getSurface(kSavedDesign)->getSurfaceName() << '\n'
+  std::cout << "Measured  " << library.getSurface(ground)->getSurfaceName() << " against "
+            << library.getSurface(design)->getSurfaceName() << '\n'
             << "Cut       " << text(result->getCutVolume()) << " over " << text(result->getCutTwoDArea()) << ", "
             << text(result->getCutThreeDArea()) << " along the surface\n"
             << "Fill      " << text(result->getFillVolume()) << " over " << text(result->getFillTwoDArea()) << ", "
             << text(result->getFillThreeDArea()) << " along the surface\n";
 }
 
-void report(Library& library, const std::string& out) {
+void report(Library& library, unsigned int ground, unsigned int design, const std::string& out) {
   constexpr const char* kLabels =
       "Volume report,Ground,Design,Volumes,Cut volume,Fill volume,Plan area,Surface area,Plan perimeter,"
       "Surface perimeter,Cut areas,Fill areas";
   const auto write = [&](int kind, const std::string& file) {
-    require(library.exportVolumeReport(kGround, kSavedDesign, kind, kLabels, (out + "/" + file).c_str()) == 1, file);
+    require(library.exportVolumeReport(ground, design, kind, kLabels, (out + "/" + file).c_str()) == 1, file);
   };
   write(0, "volume.html");
   write(1, "volume.txt");
@@ -151,10 +163,10 @@ int main(int argc, char** argv) {
     build(library, site);
     edit(library);
     preview(library, out);
-    saveAndList(library, out);
-    bound(library, site, ground);
-    measure(library);
-    report(library, out);
+    const unsigned int savedDesign = saveAndList(library, out);
+    const unsigned int boundedGround = bound(library, site, ground);
+    measure(library, boundedGround, savedDesign);
+    report(library, boundedGround, savedDesign, out);
   } catch (const std::exception& fault) {
     std::cerr << "site: this failed: " << fault.what() << '\n';
     return 1;

@@ -23,6 +23,15 @@ HOSTS = {
 WRITTEN = {"design.svg", "design.ttin", "volume.html", "volume.txt"}
 
 
+def run_host(command, ground, out):
+    """What a host prints."""
+    run = subprocess.run([*command, SITE, ground, out], stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
+                         timeout=120, check=False)
+    if run.returncode != 0 or run.stderr:
+        raise RuntimeError(f"{command}: {run.returncode} {run.stderr}")
+    return run.stdout
+
+
 def make_ground(folder):
     """ground.csv of the sample site, triangulated, as a LandXML file."""
     dtm = orvikdtm.load()
@@ -44,16 +53,12 @@ class Examples(unittest.TestCase):
         folder = tempfile.TemporaryDirectory()
         cls.addClassCleanup(folder.cleanup)
         cls.folder = Path(folder.name)
-        ground = make_ground(cls.folder)
+        cls.ground = make_ground(cls.folder)
         cls.printed = {}
         for host, command in HOSTS.items():
             out = cls.folder / host
             out.mkdir()
-            run = subprocess.run([*command, SITE, ground, out], stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
-                                 timeout=120, check=False)
-            if run.returncode != 0 or run.stderr:
-                raise RuntimeError(f"{host}: {run.returncode} {run.stderr}")
-            cls.printed[host] = run.stdout
+            cls.printed[host] = run_host(command, cls.ground, out)
 
     def test_all_print_the_same(self):
         for host in HOSTS:
@@ -65,6 +70,27 @@ class Examples(unittest.TestCase):
             for name in WRITTEN:
                 with self.subTest(host=host, name=name):
                     self.assertEqual((self.folder / host / name).read_bytes(), (self.folder / "C++" / name).read_bytes())
+
+    def test_other_surfaces_in_the_folder_change_nothing(self):
+        square = b"M,,0,0,1\nN,,9,0,1\nO,,9,9,1\nP,,0,9,1\n"
+        (self.folder / "square.csv").write_bytes(square)
+        dtm = orvikdtm.load()
+        dtm.newDTMSurfaceLib()
+        dtm.addDTMSurface(b"other")
+        self.assertTrue(dtm.loadSurfacePointsFile(0, os.fsencode(self.folder / "square.csv")))
+        for host, command in HOSTS.items():
+            out = self.folder / f"{host} again"
+            out.mkdir()
+            for name in ("a", "design2", "my design", "z"):
+                self.assertTrue(dtm.saveSurface(0, os.fsencode(out / f"{name}.ttin")))
+            (out / "broken.ttin").write_bytes(b"no surface")
+            with self.subTest(host=host):
+                printed = run_host(command, self.ground, out)
+                self.assertIn("the folder holds 5 such file(s)\n", printed)
+                self.assertEqual(printed.replace("holds 5 such", "holds 1 such"), self.printed[host])
+                for name in WRITTEN:
+                    self.assertEqual((out / name).read_bytes(), (self.folder / host / name).read_bytes(), name)
+        dtm.releaseDTMSurface(0)
 
     def test_the_reports_hold_what_is_printed(self):
         report = (self.folder / "C/volume.txt").read_text(encoding="ascii")
