@@ -1,10 +1,10 @@
 // Flat functions: the boundary that is being edited.
-#include <algorithm>
 #include <memory>
 #include <utility>
 #include <vector>
 
 #include <OrvikDTMAlgorithm/api/FlatGuard.h>
+#include <OrvikDTMAlgorithm/api/StillListed.h>
 #include <OrvikDTMAlgorithm/io/DTMFileOperation.h>
 #include <OrvikDTMAlgorithm/surface/Name.h>
 
@@ -21,15 +21,19 @@ std::unique_ptr<RangePoint> newVertex(const char* name, double n, double e, doub
   return vertex;
 }
 
+void release(const RangePoint* vertex) {
+  detail::ReleasedMeanwhile::note(vertex);
+  delete vertex;
+}
+
 // Hands out the boundary's own records. The callback may edit the boundary: what it has deleted is left out.
 void handOutVertices() {
   const RangePointCallback callback = flatState().callbacks.rangePoint;
   if (callback == nullptr) return;
   const std::vector<RangePoint*>& now = flatState().rangePoints;
-  const std::vector<RangePoint*> vertices = now;
-  for (std::size_t i = 0; i < vertices.size(); ++i) {
-    const bool inPlace = i < now.size() && now[i] == vertices[i];
-    if (inPlace || std::find(now.begin(), now.end(), vertices[i]) != now.end()) callback(vertices[i]);
+  detail::StillListed stillListed;
+  for (RangePoint* vertex : std::vector<RangePoint*>(now)) {
+    if (stillListed.in(now, vertex)) callback(vertex);
   }
 }
 
@@ -48,8 +52,7 @@ int updateRangePoint(unsigned int index, const char* name, double n, double e, d
   return guarded([&] {
     auto& vertices = flatState().rangePoints;
     if (index >= vertices.size()) return 0;
-    const std::unique_ptr<const RangePoint> replaced(
-        std::exchange(vertices[index], newVertex(name, n, e, z).release()));
+    release(std::exchange(vertices[index], newVertex(name, n, e, z).release()));
     return 1;
   });
 }
@@ -57,7 +60,7 @@ int updateRangePoint(unsigned int index, const char* name, double n, double e, d
 int deleteRangePoint(unsigned int index) {
   auto& vertices = flatState().rangePoints;
   if (index >= vertices.size()) return 0;
-  delete vertices[index];
+  release(vertices[index]);
   vertices.erase(vertices.begin() + static_cast<std::ptrdiff_t>(index));
   return 1;
 }

@@ -1,10 +1,11 @@
 // Flat functions: the points of a surface of the current library.
-#include <algorithm>
 #include <limits>
 #include <memory>
 #include <vector>
 
 #include <OrvikDTMAlgorithm/api/FlatGuard.h>
+#include <OrvikDTMAlgorithm/api/StillListed.h>
+#include <OrvikDTMAlgorithm/surface/ListedPoints.h>
 
 inline namespace OrvikDTM {
 
@@ -47,22 +48,17 @@ bool holds(const DTMSurfaceLib& library, const DTMSurface* surface, unsigned int
   return false;
 }
 
-// Whether a record is still in its surface's list, where it was as a rule.
-bool holds(DTMSurface& surface, const SurfacePoint* point, std::size_t expected) {
-  const std::vector<SurfacePoint*>& points = surface.getSurfacePoints();
-  if (expected < points.size() && points[expected] == point) return true;
-  return std::find(points.begin(), points.end(), point) != points.end();
-}
-
 // Hands out a surface's own records. The callback may edit the surface, or delete it: what it has deleted is left out.
+// Its edits are not looked at here but for the list, so any number of them costs no more than the host's own looks.
 int handOutPoints(const DTMSurfaceLib& library, unsigned int index) {
   DTMSurface* surface = library.getSurface(index);
   if (surface == nullptr) return 0;
   const std::vector<SurfacePoint*> points = surface->getSurfacePoints();
   const SurfacePointCallback callback = flatState().callbacks.surfacePoint;
+  detail::StillListed stillListed;
   for (std::size_t i = 0; callback != nullptr && i < points.size(); ++i) {
     if (!holds(library, surface, index)) break;
-    if (points[i] != nullptr && holds(*surface, points[i], i)) callback(points[i]);
+    if (points[i] != nullptr && stillListed.in(detail::ListedPoints::of(*surface), points[i])) callback(points[i]);
   }
   return points.empty() ? 0 : 1;
 }
@@ -110,7 +106,10 @@ int loadSurfacePointsFile(unsigned int index, const char* path) {
   });
 }
 
-void freeSurfacePoint(SurfacePoint* point) { delete point; }
+void freeSurfacePoint(SurfacePoint* point) {
+  detail::ReleasedMeanwhile::note(point);
+  delete point;
+}
 
 int checkSurfacePoint(unsigned int index, double n, double e, double* z) {
   return withSurface(index, [&](DTMSurface& surface) { return surface.checkSurfacePoint(n, e, z); });

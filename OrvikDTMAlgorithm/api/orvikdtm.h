@@ -10,8 +10,8 @@
  *     leaves a function, and no failure ends the process: when memory runs out that is a failure like any other.
  *  3. Axes. n is the northing (y), e the easting (x), z the elevation. Records and arguments have n before e; a preview
  *     has x before y.
- *  4. Units. Coordinates and lengths are in one plane unit (metres as a rule), areas in its square, volumes in its
- * cube. Numbers are doubles. Nothing depends on the process locale.
+ *  4. Units. Coordinates and lengths are in one plane unit (metres as a rule), areas in its square, volumes
+ *     in its cube. Numbers are doubles. Nothing depends on the process locale.
  *  5. Strings are zero-terminated bytes in the system's code page and are not kept. A name is cut after its 23rd byte
  *     (inside a character of several bytes, if it comes to that); null is the empty name. A path may separate folders
  *     by a backslash on every platform; null fails like a path that cannot be opened.
@@ -25,8 +25,8 @@
  *  9. Callbacks run inside the call, on the caller's thread, and may call every function of this header: each function
  *     hands out the records that there were when it began, and leaves out what a callback has deleted meanwhile. An
  *     exception that a callback throws (or lets pass) ends the function with its failure; what the function had done
- *     before its first callback stays done, and records that have not been handed out yet are freed. A callback must
- * not leave by longjmp.
+ *     before its first callback stays done, and records that have not been handed out yet are freed. A callback
+ *     must not leave by longjmp.
  * 10. Threads. Nothing is locked: use the library from one thread at a time.
  */
 #pragma once
@@ -171,8 +171,9 @@ ORVIKDTM_API int exportFileSJW(unsigned int index, const char* path);
 ORVIKDTM_API int deleteSurface(const char* path);
 
 /* Hands the edges of a surface's TIN (when they are fewer than 10,000) and those of its hull, cut to the rectangle of
-   eastings minX to maxX and northings minY to maxY, to the line callback. 1 also when none of them is in there; 0 for
-   a bad index and when there is no TIN of at least three edges. */
+   eastings minX to maxX and northings minY to maxY, to the line callback. An edge that leaves the rectangle exactly
+   at its own start may come as a line without length. 1 also when none of them is in there; 0 for a bad index and when
+   there is no TIN of at least three edges. */
 ORVIKDTM_API int previewDTMSurface(unsigned int index, double minX, double maxX, double minY, double maxY);
 
 /* ---- Points of a surface of the current library */
@@ -226,7 +227,8 @@ ORVIKDTM_API int loadRangePointFile(const char* path, bool* first, bool* second)
 ORVIKDTM_API int saveRangePointFile(const char* path, bool first, bool second);
 
 /* ---- Volumes between surface files, by their extensions ".ttin", ".sjw" or ".xml" (any case). No library takes part.
-   useRange limits a volume to the boundary; without it nothing does. */
+   useRange limits a volume to the boundary; without it, and with a boundary of fewer than three vertices, nothing
+   does. */
 
 /* Fill and cut of the surface in a file against the level z = elevation. The record is the host's: free it with
    freeFillCutResult. Null when the file cannot be loaded or its surface has no TIN. */

@@ -10,6 +10,7 @@
 #include <OrvikDTMAlgorithm/report/U.h>
 #include <OrvikDTMAlgorithm/surface/Name.h>
 #include <OrvikDTMAlgorithm/surface/RangePoint.h>
+#include <OrvikDTMAlgorithm/surface/ReleasedMeanwhile.h>
 
 inline namespace OrvikDTM {
 namespace {
@@ -50,7 +51,10 @@ std::string lineOf(const RangePoint& vertex) {
 
 bool DTMFileOperation::loadRangePointFile(const char* path, bool* first, bool* second, std::vector<RangePoint*>& out) {
   if (!isRangePointFile(path)) return false;
-  for (const RangePoint* vertex : out) delete vertex;
+  for (const RangePoint* vertex : out) {
+    detail::ReleasedMeanwhile::note(vertex);
+    delete vertex;
+  }
   out.clear();
   std::string contents;
   if (!detail::readWholeFile(path, contents)) return false;

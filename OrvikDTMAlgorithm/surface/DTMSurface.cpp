@@ -4,6 +4,7 @@
 
 #include <OrvikDTMAlgorithm/surface/DTMSurface.h>
 #include <OrvikDTMAlgorithm/surface/Name.h>
+#include <OrvikDTMAlgorithm/surface/ReleasedMeanwhile.h>
 #include <OrvikDTMAlgorithm/surface/SurfacePoint.h>
 #include <OrvikDTMAlgorithm/tin/CEType.h>
 
@@ -58,7 +59,9 @@ bool DTMSurface::isInCallersArray(const SurfacePoint* point) const {
 }
 
 void DTMSurface::releaseRecord(const SurfacePoint* point) const {
-  if (!isInCallersArray(point)) delete point;
+  if (isInCallersArray(point)) return;
+  detail::ReleasedMeanwhile::note(point);
+  delete point;
 }
 
 }  // namespace OrvikDTM

@@ -29,6 +29,9 @@ class FillCutResult;
 class SurfacePoint;
 class TPoint;
 struct RangePoint;
+namespace detail {
+struct ListedPoints;
+}
 
 class ORVIKDTM_API DTMSurface {
  public:
@@ -226,6 +229,9 @@ class ORVIKDTM_API DTMSurface {
   friend class DTMFileOperation;
   bool parse(const unsigned char* block, int version, std::size_t length);
   void readStatistics(const unsigned char* bytes);
+
+  // For a look at the list that keeps no promise.
+  friend struct detail::ListedPoints;
 
   bool isInCallersArray(const SurfacePoint* point) const;
   void releaseRecord(const SurfacePoint* point) const;

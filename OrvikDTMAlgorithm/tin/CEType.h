@@ -199,7 +199,7 @@ class ORVIKDTM_API CEType {
   int triangleCount() const;
 
   const detail::FlatTIN& flat() const;
-  void forgetCopy();
+  void forgetCopy() const;
   double getHeightByNumXY(int tri, double x, double y) const;
   int countInfinite(double x, double y, double z) const;
 

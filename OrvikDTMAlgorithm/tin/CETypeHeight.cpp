@@ -4,7 +4,7 @@
 #include <OrvikDTMAlgorithm/report/U.h>
 #include <OrvikDTMAlgorithm/tin/CEType.h>
 #include <OrvikDTMAlgorithm/tin/FlatTIN.h>
-#include <OrvikDTMAlgorithm/tin/Surface.h>
+#include <OrvikDTMAlgorithm/tin/PolygonIndex.h>
 
 inline namespace OrvikDTM {
 
@@ -21,6 +21,7 @@ std::vector<std::vector<double>> CEType::proxyTri(double x0, double y0, int nx, 
   std::vector<std::vector<double>> grid;
   if (nx < 0) return grid;
   const bool clip = rangeList_.size() > 2;
+  const detail::PolygonIndex boundary(clip ? rangeList_ : std::vector<TPoint*>());
   const std::size_t columns = ny < 0 ? 0 : static_cast<std::size_t>(ny) + 1;
   grid.assign(static_cast<std::size_t>(nx) + 1, std::vector<double>(columns, DBL_MAX));
   int hint = 1;
@@ -28,8 +29,7 @@ std::vector<std::vector<double>> CEType::proxyTri(double x0, double y0, int nx, 
     const double x = i * step + x0;
     for (int j = 0; j <= ny; ++j) {
       const double y = j * step + y0;
-      const TPoint p(x, y, 0.0);
-      if (clip && !Surface::isPtInPolygon(&p, rangeList_)) continue;
+      if (clip && !boundary.contains({x, y})) continue;
       const int tri = locateTri(x, y, hint);
       hint = tri == 0 ? 1 : tri;
       grid[static_cast<std::size_t>(i)][static_cast<std::size_t>(j)] = getHeightByNumXY(tri, x, y);

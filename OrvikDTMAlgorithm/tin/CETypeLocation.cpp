@@ -12,12 +12,13 @@ constexpr int kEdgesOfTriangle = 3;
 }  // namespace
 
 const detail::FlatTIN& CEType::flat() const {
+  if (flat_ != nullptr && !flat_->isCopyOf(*this)) forgetCopy();
   if (hullRing_ == nullptr) hullRing_ = detail::HullRing::of(hullList_, edgeList_);
-  if (flat_ == nullptr || !flat_->isCopyOf(*this)) flat_ = detail::FlatTIN::of(*this);
+  if (flat_ == nullptr) flat_ = detail::FlatTIN::of(*this);
   return *flat_;
 }
 
-void CEType::forgetCopy() {
+void CEType::forgetCopy() const {
   flat_.reset();
   if (!hullRingIsSettled_) hullRing_.reset();
 }

@@ -85,6 +85,7 @@ std::shared_ptr<const FlatTIN> FlatTIN::of(const CEType& tin) {
   const std::shared_ptr<const HullRing> ring = HullRing::of(tin.hullList_, tin.edgeList_);
   flat->hull_ = tin.hullRing_ != nullptr ? tin.hullRing_ : ring;
   flat->edgeCount_ = lengthOf(tin.edgeList_);
+  flat->hullCount_ = lengthOf(tin.hullList_);
   const int count = tin.triangleCount();
   flat->chooseSlots(tin);
   if (flat->hull_ == nullptr) return flat;
@@ -124,7 +125,7 @@ bool FlatTIN::isCovering(const CEType& tin, const std::shared_ptr<const HullRing
 
 bool FlatTIN::isCopyOf(const CEType& tin) const {
   return triangleCount() == lengthOf(tin.triangleList_) && edgeCount_ == lengthOf(tin.edgeList_) &&
-         hull_ == tin.hullRing_;
+         hullCount_ == lengthOf(tin.hullList_) && hull_ == tin.hullRing_;
 }
 
 void FlatTIN::chooseSlots(const CEType& tin) {

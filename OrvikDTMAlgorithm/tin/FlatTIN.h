@@ -189,6 +189,7 @@ class FlatTIN {
   std::shared_ptr<const HullRing> hull_;
   HullCells hullCells_;
   int edgeCount_ = 0;
+  int hullCount_ = 0;
 
   // Whether every point, but for those on edges, lies in as many triangles as the ring goes round it.
   bool covers_ = false;

@@ -6,7 +6,6 @@
 // written.
 #include <algorithm>
 #include <cstdio>
-#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <limits>
@@ -107,7 +106,7 @@ unsigned int saveAndList(Library& library, const std::string& out) {
   unsigned int saved = kDesign;
   for (const std::string& file : DTMFileOperation().getSurfaceByPath(out.c_str(), ".ttin")) {
     const bool loaded = library.loadDTMSurface(file.c_str(), kTtin) != nullptr;
-    if (loaded && std::filesystem::path(file).filename() == "design.ttin") saved = library.last();
+    if (loaded && file.substr(file.find_last_of("/\\") + 1) == "design.ttin") saved = library.last();
   }
   require(saved != kDesign, "loading the saved design");
   std::cout << "Saved     design.ttin; the folder holds " << library.last() - before << " such file(s)\n";
