@@ -10,9 +10,31 @@ inline namespace OrvikDTM {
 CEType::CEType(ConvexList* hull, EList* edges, TList* triangles)
     : hullList_(hull), edgeList_(edges), triangleList_(triangles) {}
 
-CEType::CEType(const CEType& source) = default;
+CEType::CEType(const CEType& source) : CEType(source.hullList_, source.edgeList_, source.triangleList_) {
+  *this = source;
+}
 
-CEType& CEType::operator=(const CEType& source) = default;
+// The promise of a list is kept before it is copied: the lists and points that it needs may be gone when the copy is
+// asked.
+CEType& CEType::operator=(const CEType& source) {
+  if (this == &source) return *this;
+  source.makeTriangle3List();
+  hullList_ = source.hullList_;
+  edgeList_ = source.edgeList_;
+  triangleList_ = source.triangleList_;
+  rangeList_ = source.rangeList_;
+  triangle3List_ = source.triangle3List_;
+  triangle3Source_ = {};
+  hullRing_ = source.hullRing_;
+  hullRingIsSettled_ = source.hullRingIsSettled_;
+  flat_ = source.flat_;
+  lastTriangleNo_ = source.lastTriangleNo_;
+  movedBack_ = source.movedBack_;
+  originX_ = source.originX_;
+  originY_ = source.originY_;
+  heldPoints_ = source.heldPoints_;
+  return *this;
+}
 
 CEType::~CEType() {
   delete hullList_;

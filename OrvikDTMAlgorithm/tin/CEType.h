@@ -5,7 +5,8 @@
 // 2. Numbers are positions in the lists, from 1; 0 means none. Every operation skips a number that names nothing.
 // 3. A CEType owns its three lists and its boundary points. The points of its edges belong to whoever built it, save
 //    those handed over with holdPoints().
-// 4. Copies are shallow: the copy refers to the same lists and boundary points; destroy only one of the two.
+// 4. Copies are shallow: the copy refers to the same lists, boundary points and Triangle3; destroy only one of the two.
+//    To copy is to ask for the list of Triangle3: it is made then, once for both.
 // 5. Queries of places and heights run on a copy of the lists that the first of them makes. They notice when a list is
 //    replaced or its length changes; after changing elements or points in place, call setEList(getEList()).
 // 6. Not for several threads at once: even queries remember where they ended.
@@ -211,7 +212,8 @@ class ORVIKDTM_API CEType {
 
   bool hasBoundary() const;
   FillCutResult* getFillCutWithinBoundary(double elevation);
-  void appendLevelPieces(double level);
+  void appendLevelPieces(double level) const;
+  void makeTriangle3List() const;
   bool sharesFewPointsWith(const detail::FlatTIN& queried, int& lastFound) const;
   std::shared_ptr<const detail::FlatTIN> newCopy();
 
@@ -219,7 +221,7 @@ class ORVIKDTM_API CEType {
   EList* edgeList_;
   TList* triangleList_;
   std::vector<TPoint*> rangeList_;
-  std::vector<std::shared_ptr<Triangle3>> triangle3List_;
+  mutable std::vector<std::shared_ptr<Triangle3>> triangle3List_;
   // The hull as a ring, which the first question whether a point lies within it settles for good, and the copy that
   // queries run on. The copy is dropped with the lists it was made from, and made again when their lengths have
   // changed.
@@ -234,7 +236,7 @@ class ORVIKDTM_API CEType {
   double originY_ = 0.0;
 
   std::shared_ptr<const void> heldPoints_;
-  Triangle3Source triangle3Source_;
+  mutable Triangle3Source triangle3Source_;
 };
 
 }  // namespace OrvikDTM

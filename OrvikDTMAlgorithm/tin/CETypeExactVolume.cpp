@@ -2,6 +2,8 @@
 // triangle is a piece by itself; what the boundary cuts through is clipped by its parts. Every piece is then measured
 // as what lies between two planes.
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -37,8 +39,9 @@ constexpr double kCoincidence = 1e-7;
 // A boundary needs three points to limit anything.
 constexpr std::size_t kFewestBoundaryPoints = 3;
 
-// What a piece is part of, in whole: fill, cut, or both, so that it has to be split; or neither.
-enum class Kind { Neither, Fill, Cut, Both };
+// What a piece is part of, in whole: fill, cut, or both, so that it has to be split; or neither. Against a level that
+// is no number nobody can tell.
+enum class Kind { Neither, Fill, Cut, Both, Unknown };
 
 // What is found on one side.
 struct Side {
@@ -50,6 +53,11 @@ struct Side {
     planArea.add(measure.area);
     spatialArea.add(measure.area * spread);
     volume.add(sign * measure.content);
+  }
+
+  void addUnknown() {
+    constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+    for (CompensatedSum* sum : {&planArea, &spatialArea, &volume}) sum->add(kUnknown);
   }
 };
 
@@ -64,6 +72,10 @@ class Account {
     coverage_.add(whole.area);
     if (kind == Kind::Fill) fill_.add(whole, spread, -1.0);
     if (kind == Kind::Cut) cut_.add(whole, spread, 1.0);
+    if (kind == Kind::Unknown) {
+      fill_.addUnknown();
+      cut_.addUnknown();
+    }
     if (kind != Kind::Both) return;
     ConvexPiece above(piece);
     above.clip([](const PieceCorner& p) { return p.difference; });
@@ -119,6 +131,7 @@ Kind kindBetween(const Differences& d) {
 
 // Against a level, which is exact: what lies in the level is fill.
 Kind kindAgainstLevel(const Differences& d) {
+  if (std::isnan(d.least)) return Kind::Unknown;
   if (d.most <= 0) return Kind::Fill;
   return d.least >= 0 ? Kind::Cut : Kind::Both;
 }

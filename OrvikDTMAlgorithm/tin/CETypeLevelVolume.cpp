@@ -209,7 +209,7 @@ FillCutResult* CEType::getFillCut(double elevation) {
   return detail::newResult(sums, totals);
 }
 
-void CEType::appendLevelPieces(double level) {
+void CEType::appendLevelPieces(double level) const {
   const auto append = [this](const TPoint& p, const TPoint& q, const TPoint& r, int status) {
     triangle3List_.push_back(std::make_shared<Triangle3>(&p, &q, &r, status));
   };

@@ -171,10 +171,14 @@ FillCutResult* CEType::getFillCutWithinBoundary(double elevation) {
 }
 
 const std::vector<std::shared_ptr<Triangle3>>& CEType::getTriangle3List() {
+  makeTriangle3List();
+  return triangle3List_;
+}
+
+void CEType::makeTriangle3List() const {
   const Triangle3Source source = std::exchange(triangle3Source_, {});
   if (source.level) appendLevelPieces(*source.level);
   if (source.comparison != nullptr) source.comparison->appendPieces(triangle3List_);
-  return triangle3List_;
 }
 
 }  // namespace OrvikDTM

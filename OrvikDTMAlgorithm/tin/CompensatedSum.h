@@ -18,7 +18,8 @@ class CompensatedSum {
     sum_ = next;
   }
 
-  double value() const { return sum_ + lost_; }
+  // Nothing is lost where the terms or their sum are infinite or no numbers.
+  double value() const { return std::isfinite(sum_) ? sum_ + lost_ : sum_; }
 
  private:
   double sum_ = 0.0;

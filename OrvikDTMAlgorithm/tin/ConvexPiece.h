@@ -122,7 +122,10 @@ class ConvexPiece {
   }
 
   static PieceCorner between(const PieceCorner& p, const PieceCorner& q, double part) {
-    return {p.x + (q.x - p.x) * part, p.y + (q.y - p.y) * part, p.difference + (q.difference - p.difference) * part};
+    // Differences from an infinite level are equal and must not be subtracted.
+    const double difference =
+        p.difference == q.difference ? p.difference : p.difference + (q.difference - p.difference) * part;
+    return {p.x + (q.x - p.x) * part, p.y + (q.y - p.y) * part, difference};
   }
 
   PieceCorner corners_[kMostCorners];

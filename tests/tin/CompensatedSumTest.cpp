@@ -1,4 +1,6 @@
 // Sums that lose no digits, where plain ones do.
+#include <limits>
+
 #include <OrvikDTMAlgorithm/tin/CompensatedSum.h>
 #include <gtest/gtest.h>
 
@@ -23,6 +25,18 @@ TEST(CompensatedSum, MillionsOfTermsCostNoDigits) {
   }
   EXPECT_EQ(sum.value(), kTerms * kTerm);
   EXPECT_NE(plain, kTerms * kTerm);
+}
+
+TEST(CompensatedSum, InfiniteTermsGiveWhatAPlainSumGives) {
+  const double infinity = std::numeric_limits<double>::infinity();
+  CompensatedSum sum;
+  for (const double term : {1.0, infinity, 2.0, infinity}) sum.add(term);
+  EXPECT_EQ(sum.value(), infinity);
+  sum.add(-infinity);
+  EXPECT_NE(sum.value(), sum.value());
+  CompensatedSum overflowing;
+  for (int i = 0; i < 3; ++i) overflowing.add(-1e308);
+  EXPECT_EQ(overflowing.value(), -infinity);
 }
 
 }  // namespace

@@ -359,6 +359,36 @@ TEST(ExactVolume, LevelAgreesWithTheVolumeOfWholeTriangles) {
   }
 }
 
+// Infinite where that is infinite, no number where that is none.
+TEST(ExactVolume, LevelsBeyondAllHeightsGiveTheKindOfTheVolumeOfWholeTriangles) {
+  const Network a = constructed(inputs::randomMillimetres(6, 60, 50, 0, 0));
+  const auto sameKind = [](double v, double w) {
+    return std::isfinite(w) ? std::fabs(v - w) < 1e-6 : !(v < w || v > w);
+  };
+  const double infinity = std::numeric_limits<double>::infinity();
+  for (const double level : {infinity, -infinity, 1e308, -1e308, std::nan("")}) {
+    SCOPED_TRACE(level);
+    const std::unique_ptr<FillCutResult> other(a.tin->getFillCut(level));
+    const Volumes expected = numbersOf(*other, 0);
+    for (const bool limited : {false, true}) {
+      if (limited) setBoundary(*a.tin, {{-90, -90, 0}, {300, -80, 0}, {310, 290, 0}, {-80, 300, 0}, {20, 20, 0}});
+      const Volumes v = exactVolumes(a, level);
+      EXPECT_EQ(std::isnan(v.fill), std::isnan(expected.fill));
+      EXPECT_EQ(std::isnan(v.cut), std::isnan(expected.cut));
+      EXPECT_EQ(std::isinf(v.fill), std::isinf(expected.fill));
+      EXPECT_EQ(std::isinf(v.cut), std::isinf(expected.cut));
+      EXPECT_EQ(std::isnan(v.fillSpatial + v.fillArea), std::isnan(expected.fillSpatial + expected.fillArea));
+      EXPECT_EQ(std::isnan(v.cutSpatial + v.cutArea), std::isnan(expected.cutSpatial + expected.cutArea));
+      if (!limited) {
+        EXPECT_TRUE(sameKind(v.fillArea, expected.fillArea) && sameKind(v.cutArea, expected.cutArea));
+      }
+      EXPECT_GT(v.coverage, 0.0);
+      EXPECT_TRUE(std::isfinite(v.coverage));
+    }
+    a.tin->setRangeList({});
+  }
+}
+
 TEST(ExactVolume, LevelAndAFlatSurfaceAgree) {
   const Network a = constructed(inputs::randomMillimetres(8, 300, 100, 0, 0));
   const Network flat = ofFaces({{-50, -50, 9}, {200, -50, 9}, {200, 200, 9}, {-50, 200, 9}}, {{0, 1, 2}, {0, 2, 3}});

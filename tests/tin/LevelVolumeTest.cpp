@@ -352,6 +352,30 @@ TEST_F(OneTriangle, ReplacedListsAreNotRead) {
   EXPECT_TRUE(tin_->getTriangle3List().empty());
 }
 
+// What the copy shows must not hang on the source's lists and points.
+TEST(LevelVolume, CopiesShareTheDrawingList) {
+  CEType copy(nullptr, nullptr, nullptr);
+  std::vector<std::shared_ptr<Triangle3>> drawn;
+  {
+    const OwnedPoints points(inputs::Positions{{0, 0, 1}, {6, 0, 2}, {0, 6, 3}});
+    const auto source = support::triangulate(points);
+    const std::unique_ptr<FillCutResult> result(source->getFillCut(2));
+    CEType first(*source);
+    copy = first;
+    drawn = source->getTriangle3List();
+    EXPECT_EQ(first.getTriangle3List(), drawn);
+    first.getRangeList().clear();
+    first.setCList(nullptr);
+    first.setEList(nullptr);
+    first.setTList(nullptr);
+  }
+  EXPECT_EQ(drawn.size(), 3u);
+  EXPECT_EQ(copy.getTriangle3List(), drawn);
+  copy.setCList(nullptr);
+  copy.setEList(nullptr);
+  copy.setTList(nullptr);
+}
+
 TEST(LevelVolume, FlatNetworkInThePlaneIsAllFillWithoutVolume) {
   OwnedPoints points;
   for (int i = 0; i < 200; ++i) points.add((i * 379) % 997, (i * 577) % 991, 12.5);
