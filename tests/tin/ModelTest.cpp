@@ -151,6 +151,14 @@ TEST_F(TwoTriangles, RingThatLeavesHullEdgesOverContainsEverything) {
   EXPECT_EQ(tin->locateTri(11, 11), 2);
 }
 
+TEST_F(TwoTriangles, HullShortenedInPlaceIsSeenAfterAHintedQuery) {
+  const auto tin = withHull({1, 2, 3, 4, 5, 6});
+  EXPECT_EQ(tin->locateTri(1, 1, 1), 1);
+  ConvexList* hull = tin->getCList();
+  while (hull->getListLen() > 3) hull->deleteData(hull, hull->getListLen());
+  EXPECT_EQ(tin->locateTri(11, 11), 0);
+}
+
 // ---- topology from faces
 
 class SlowTopology {
