@@ -120,10 +120,11 @@ TEST_F(TwoTriangles, ClosedHullHidesWhatLiesOutside) {
   EXPECT_EQ(tin->locateTri(11, 11), 0);
 }
 
-TEST_F(TwoTriangles, HullOfLessThanThreeEntriesContainsNothing) {
+TEST_F(TwoTriangles, HullOfLessThanThreeEntriesHidesNothing) {
   const auto tin = withHull({1, 2});
-  EXPECT_EQ(tin->locateTri(1, 1), 0);
-  EXPECT_EQ(tin->locateTri(11, 11), 0);
+  EXPECT_EQ(tin->locateTri(1, 1), 1);
+  EXPECT_EQ(tin->locateTri(11, 11), 2);
+  EXPECT_EQ(tin->locateTri(50, 50), 0);
 }
 
 TEST_F(TwoTriangles, HullThatReturnsToAnInnerVertexContainsEverything) {
