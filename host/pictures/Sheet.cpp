@@ -223,10 +223,12 @@ std::string Sheet::finish() {
   return svg_.finish();
 }
 
-void addLines(Svg& svg, const std::string& name, const std::vector<std::vector<RasterPoint>>& lines,
-              const std::string& colour, double width, const std::string& dashes) {
+namespace {
+
+void addOutline(Svg& svg, const std::string& name, const std::string& data, const std::string& colour, double width,
+                const std::string& dashes) {
   svg.add("path", {{"class", name},
-                   {"d", linesData(lines)},
+                   {"d", data},
                    {"fill", "none"},
                    {"stroke", colour},
                    {"stroke-width", text(width)},
@@ -235,16 +237,16 @@ void addLines(Svg& svg, const std::string& name, const std::vector<std::vector<R
                    {"vector-effect", "non-scaling-stroke"}});
 }
 
+}  // namespace
+
+void addLines(Svg& svg, const std::string& name, const std::vector<std::vector<RasterPoint>>& lines,
+              const std::string& colour, double width, const std::string& dashes) {
+  addOutline(svg, name, linesData(lines), colour, width, dashes);
+}
+
 void addLoops(Svg& svg, const std::string& name, const std::vector<std::vector<RasterPoint>>& loops,
               const std::string& colour, double width, const std::string& dashes) {
-  svg.add("path", {{"class", name},
-                   {"d", loopsData(loops)},
-                   {"fill", "none"},
-                   {"stroke", colour},
-                   {"stroke-width", text(width)},
-                   {"stroke-linejoin", "round"},
-                   {"stroke-dasharray", dashes},
-                   {"vector-effect", "non-scaling-stroke"}});
+  addOutline(svg, name, loopsData(loops), colour, width, dashes);
 }
 
 std::vector<std::vector<RasterPoint>> seen(const std::vector<std::vector<RasterPoint>>& lines) {
