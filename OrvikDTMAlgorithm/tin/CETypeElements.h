@@ -18,9 +18,14 @@ inline bool isWhole(const TEdge* edge) {
 
 // The corner of a triangle that its first edge does not touch: the end of the second edge that is neither of its ends.
 inline TPoint& thirdCorner(const TEdge& first, const TEdge& second) {
-  TPoint* start = second.getStartPoint();
-  const bool startIsKnown = first.getStartPoint()->equals(start) || first.getEndPoint()->equals(start);
-  return startIsKnown ? *second.getEndPoint() : *start;
+  // Edges run this way or that as it happens, so the choice is made by arithmetic rather than by jumps.
+  TPoint* const ends[2] = {second.getStartPoint(), second.getEndPoint()};
+  const TPoint& a = *first.getStartPoint();
+  const TPoint& b = *first.getEndPoint();
+  const TPoint& start = *ends[0];
+  const int isA = static_cast<int>(a.getX() == start.getX()) & static_cast<int>(a.getY() == start.getY());
+  const int isB = static_cast<int>(b.getX() == start.getX()) & static_cast<int>(b.getY() == start.getY());
+  return *ends[isA | isB];
 }
 
 }  // namespace detail

@@ -43,8 +43,8 @@ void forEachEdge(const EList* edges, Visit visit) {
   const int count = edges == nullptr ? 0 : edges->getListLen();
   for (int number = 1; number <= count; ++number) {
     if (const TEdge* ahead = edges->findByNum(edges, number + detail::kPrefetchAhead)) {
-      detail::prefetch(ahead->getStartPoint());
-      detail::prefetch(ahead->getEndPoint());
+      detail::prefetchWhole(ahead->getStartPoint());
+      detail::prefetchWhole(ahead->getEndPoint());
     }
     const TEdge* edge = edges->findByNum(edges, number);
     if (detail::isWhole(edge)) visit(number, *edge);
@@ -66,22 +66,19 @@ void forEachHullEdge(const ConvexList* hull, const EList* edges, Visit visit) {
 
 TINMeasures CEType::getMeasures() const {
   // Every length is worked out once, in the edges' order, as two triangles share it.
-  struct Lengths {
-    double plan;
-    double spatial;
-  };
-  static constexpr Lengths kNoEdge{-1.0, -1.0};
-  const int edgeCount = edgeList_ == nullptr ? 0 : edgeList_->getListLen();
-  auto lengths = detail::largeVector<Lengths>(static_cast<std::size_t>(edgeCount) + 1, kNoEdge);
+  using detail::InPlanAndSpace;
+  static constexpr InPlanAndSpace kNoEdge{{-1.0, -1.0}};
+  const auto edgeCount = static_cast<std::size_t>(edgeList_ == nullptr ? 0 : edgeList_->getListLen());
+  std::vector<InPlanAndSpace> lengths;  // of edge number i at i - 1
+  detail::reserveLarge(lengths, edgeCount);
   HeightRange heights;
   forEachEdge(edgeList_, [&lengths, &heights](int number, const TEdge& edge) {
-    const TPoint& start = *edge.getStartPoint();
-    const TPoint& end = *edge.getEndPoint();
-    lengths[static_cast<std::size_t>(number)] = {detail::planDistance(start, end), detail::spatialDistance(start, end)};
-    heights.add(start.getZ(), end.getZ());
+    lengths.resize(static_cast<std::size_t>(number - 1), kNoEdge);  // those between that are missing
+    lengths.push_back(detail::lengthsOf(edge));
+    heights.add(edge.getStartPoint()->getZ(), edge.getEndPoint()->getZ());
   });
-  const auto lengthsOf = [&lengths](int number) -> const Lengths& {
-    const auto index = static_cast<std::size_t>(static_cast<unsigned>(number));
+  const auto lengthsOfNumber = [&lengths](int number) -> const InPlanAndSpace& {
+    const std::size_t index = static_cast<unsigned>(number) - 1u;
     return index < lengths.size() ? lengths[index] : kNoEdge;
   };
 
@@ -89,15 +86,21 @@ TINMeasures CEType::getMeasures() const {
   measures.lowest = heights.lowest();
   measures.highest = heights.highest();
   for (int tri = 1; tri <= triangleCount(); ++tri) {
+    if (const Triangle* ahead = triangleList_->findByNum(triangleList_, tri + detail::kPrefetchAhead)) {
+      for (const int number : {ahead->getEno()[0], ahead->getEno()[1], ahead->getEno()[2]}) {
+        detail::prefetch(&lengthsOfNumber(number));
+      }
+    }
     const Triangle* triangle = triangleList_->findByNum(triangleList_, tri);
     if (triangle == nullptr) continue;
     const int* e = triangle->getEno();
-    const Lengths& a = lengthsOf(e[0]);
-    const Lengths& b = lengthsOf(e[1]);
-    const Lengths& c = lengthsOf(e[2]);
-    if (a.plan == kNoEdge.plan || b.plan == kNoEdge.plan || c.plan == kNoEdge.plan) continue;
-    measures.area2D += detail::planArea(a.plan, b.plan, c.plan);
-    measures.area3D += detail::spatialArea(a.spatial, b.spatial, c.spatial);
+    const InPlanAndSpace& a = lengthsOfNumber(e[0]);
+    const InPlanAndSpace& b = lengthsOfNumber(e[1]);
+    const InPlanAndSpace& c = lengthsOfNumber(e[2]);
+    if (a.of[0] == kNoEdge.of[0] || b.of[0] == kNoEdge.of[0] || c.of[0] == kNoEdge.of[0]) continue;
+    const InPlanAndSpace areas = detail::areasOf(a, b, c);
+    measures.area2D += areas.of[0];
+    measures.area3D += areas.of[1];
   }
   measures.length2D = getTotalLength2D();
   measures.length3D = getTotalLength3D();

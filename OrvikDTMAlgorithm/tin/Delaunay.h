@@ -35,22 +35,23 @@ class ExactMesh {
   // Edge numbers, counter-clockwise from the lowest, then leftmost point.
   const std::vector<Number>& hull() const { return hull_; }
 
-  // A triangle, counter-clockwise; `number` is one more than that of the one asked for before.
+  // A triangle, whose second edge goes on from the end of the first, so that all who walk along its edges find the
+  // corners without a choice; `number` is one more than that of the one asked for before.
   MeshTriangle triangle(Number number) {
     while (triangleOf_[nextToNumber_] != kUnknown) ++nextToNumber_;
     const Number first = nextToNumber_;
     const Number third = before(first);
     const Number second = before(third);
     triangleOf_[first] = triangleOf_[second] = triangleOf_[third] = number;
-    return {{numberOf(first), numberOf(second), numberOf(third)}};
+    if (forward(first) == first) return {{numberOf(first), numberOf(second), numberOf(third)}};
+    return {{numberOf(first), numberOf(third), numberOf(second)}};
   }
 
   // An edge, directed counter-clockwise on the hull, after all triangles have been asked for.
   MeshEdge edge(Number number) const {
-    const Number e = 2 * (number - 1);
-    const Number forward = triangleOf_[e] == kOutside ? reversed(e) : e;
-    const Number back = reversed(forward);
-    return {halves_[forward].origin, halves_[back].origin, triangleOf_[forward], triangleOf_[back]};
+    const Number along = forward(2 * (number - 1));
+    const Number back = reversed(along);
+    return {halves_[along].origin, halves_[back].origin, triangleOf_[along], triangleOf_[back]};
   }
 
  private:
@@ -58,6 +59,12 @@ class ExactMesh {
   static constexpr Number kOutside = 0;
 
   static Number numberOf(Number e) { return e / 2 + 1; }
+
+  // The one of e and its reverse that runs as the edge is published.
+  Number forward(Number e) const {
+    const Number even = e & ~1u;
+    return triangleOf_[even] == kOutside ? reversed(even) : even;
+  }
 
   // The edge before e around the triangle on the left of e.
   Number before(Number e) const { return reversed(halves_[e].next); }

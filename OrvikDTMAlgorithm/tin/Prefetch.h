@@ -16,5 +16,13 @@ inline void prefetch(const void* address) {
 #endif
 }
 
+// All of an object, which may lie across two cache lines.
+template <typename T>
+void prefetchWhole(const T* object) {
+  static_assert(sizeof(T) <= 64);
+  prefetch(object);
+  prefetch(reinterpret_cast<const char*>(object) + sizeof(T) - 1);
+}
+
 }  // namespace detail
 }  // namespace OrvikDTM

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include <OrvikDTMAlgorithm/FloatingPoint.h>
+#include <OrvikDTMAlgorithm/tin/TEdge.h>
 #include <OrvikDTMAlgorithm/tin/TPoint.h>
 
 inline namespace OrvikDTM {
@@ -39,6 +40,34 @@ inline double planArea(const TPoint& p, const TPoint& q, const TPoint& r) {
 
 inline double spatialArea(const TPoint& p, const TPoint& q, const TPoint& r) {
   return spatialArea(spatialDistance(p, q), spatialDistance(q, r), spatialDistance(r, p));
+}
+
+// A length or an area in plan and along the surface, side by side: with the same operations on both, a processor takes
+// them together.
+struct alignas(16) InPlanAndSpace {
+  double of[2];
+};
+
+inline InPlanAndSpace lengthsOf(const TPoint& p, const TPoint& q) {
+  const double dx = q.getX() - p.getX();
+  const double dy = q.getY() - p.getY();
+  const double dz = q.getZ() - p.getZ();
+  const double plan = dx * dx + dy * dy;
+  const double squares[2] = {plan, plan + dz * dz};
+  InPlanAndSpace lengths;
+  for (int i = 0; i < 2; ++i) lengths.of[i] = std::sqrt(squares[i]);
+  return lengths;
+}
+
+inline InPlanAndSpace lengthsOf(const TEdge& edge) { return lengthsOf(*edge.getStartPoint(), *edge.getEndPoint()); }
+
+inline InPlanAndSpace areasOf(const InPlanAndSpace& a, const InPlanAndSpace& b, const InPlanAndSpace& c) {
+  double products[2];
+  for (int i = 0; i < 2; ++i) products[i] = heronProduct(a.of[i], b.of[i], c.of[i]);
+  products[0] = std::fabs(products[0]);
+  InPlanAndSpace areas;
+  for (int i = 0; i < 2; ++i) areas.of[i] = std::sqrt(products[i]);
+  return areas;
 }
 
 }  // namespace detail

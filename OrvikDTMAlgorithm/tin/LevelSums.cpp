@@ -1,0 +1,169 @@
+#include <algorithm>
+#include <cmath>
+#include <span>
+
+#include <OrvikDTMAlgorithm/tin/CETypeElements.h>
+#include <OrvikDTMAlgorithm/tin/LevelSplit.h>
+#include <OrvikDTMAlgorithm/tin/LevelSums.h>
+#include <OrvikDTMAlgorithm/tin/ListElements.h>
+#include <OrvikDTMAlgorithm/tin/Prefetch.h>
+#include <OrvikDTMAlgorithm/tin/TriangleAreas.h>
+
+inline namespace OrvikDTM {
+namespace detail {
+
+namespace {
+
+double prismVolume(double level, const TPoint& p1, const TPoint& p2, const TPoint& p3) {
+  const double area =
+      std::fabs((p2.getX() - p1.getX()) * (p3.getY() - p2.getY()) - (p2.getY() - p1.getY()) * (p3.getX() - p2.getX())) /
+      2;
+  return std::fabs(((p1.getZ() - level) + (p2.getZ() - level) + (p3.getZ() - level)) * area) / 3;
+}
+
+void addSplit(double level, const Split& s, FillAndCut& sums) {
+  const double dA = std::fabs(s.a->getZ() - level);
+  const double dB = std::fabs(s.b->getZ() - level);
+  const double dL = std::fabs(s.lone->getZ() - level);
+  const double loneArea = planArea(*s.lone, s.onA, s.onB);
+  sums.on(s.loneStatus).add(loneArea, spatialArea(*s.lone, s.onA, s.onB), loneArea * dL / 3);
+  sums.on(-s.loneStatus)
+      .add(planArea(*s.b, s.onA, s.onB) + planArea(*s.a, *s.b, s.onA),
+           spatialArea(*s.a, *s.b, s.onA) + spatialArea(*s.b, s.onA, s.onB),
+           planArea(*s.a, *s.b, s.onB) * (dA + dB) / 3 + planArea(*s.a, s.onA, s.onB) * dA / 3);
+}
+
+bool joins(const TEdge& edge, const TPoint* p, const TPoint* q) {
+  const TPoint* start = edge.getStartPoint();
+  const TPoint* end = edge.getEndPoint();
+  return (start == p && end == q) || (start == q && end == p);
+}
+
+// Triangles on their way into the sums. So many are taken together because two things take long when they are taken one
+// by one: edges and points lie anywhere in memory, so they are asked for before any is looked at; and an area is a
+// square root of square roots, which the processor works out for several triangles at once when nothing waits for them.
+class Block {
+ public:
+  static constexpr std::size_t kSize = 64;
+
+  // At most kSize elements of a list of triangles.
+  void fetch(std::span<void* const> triangles, std::span<void* const> edges) {
+    findEdges(triangles, edges);
+    size_ = triangles.size();
+  }
+  void measure(double level) {
+    count_ = 0;
+    odd_ = 0;
+    for (std::size_t i = 0; i < size_; ++i) {
+      if (edges_[i][0] != nullptr && edges_[i][1] != nullptr) measureSides(edges_[i], level);
+    }
+    for (int i = 0; i < count_; ++i) areas_[i] = areasOf(sides_[0][i], sides_[1][i], sides_[2][i]);
+  }
+
+  void addTo(LevelSums& sums, double level) {
+    for (int i = 0; i < count_;) {
+      if (places_[i] == Place::Both) {
+        addSplit(level, splitAt(level, *corners_[0][i], *corners_[1][i], *corners_[2][i]), sums.volumes);
+        ++i;
+        continue;
+      }
+      const Place place = places_[i];
+      FillOrCut& side = place == Place::Cut ? sums.volumes.cut : sums.volumes.fill;
+      FillOrCut sum = side;
+      for (; i < count_ && places_[i] == place; ++i) sum.add(areas_[i].of[0], areas_[i].of[1], volumes_[i]);
+      side = sum;
+    }
+    for (int k = 0; k < odd_; ++k) {
+      areas_[oddPlaces_[k]] = oddAreas_[k];
+    }
+    for (int i = 0; i < count_; ++i) {
+      sums.planArea += areas_[i].of[0];
+      sums.spatialArea += areas_[i].of[1];
+    }
+  }
+
+ private:
+  void findEdges(std::span<void* const> triangles, std::span<void* const> edges) {
+    const int* numbers[kSize];
+    static constexpr int kNone[3] = {0, 0, 0};
+    const auto indexOf = [](int number) { return static_cast<std::size_t>(static_cast<unsigned>(number) - 1u); };
+    for (std::size_t i = 0; i < triangles.size(); ++i) {
+      numbers[i] = triangles[i] == nullptr ? kNone : static_cast<const Triangle*>(triangles[i])->getEno();
+      for (int which = 0; which < 3; ++which) prefetch(edges.data() + indexOf(numbers[i][which]));
+    }
+    for (std::size_t i = 0; i < triangles.size(); ++i) {
+      for (int which = 0; which < 3; ++which) {
+        const std::size_t index = indexOf(numbers[i][which]);
+        edges_[i][which] = index < edges.size() ? static_cast<const TEdge*>(edges[index]) : nullptr;
+        prefetch(edges_[i][which]);
+      }
+    }
+    for (std::size_t i = 0; i < triangles.size(); ++i) {
+      for (const TEdge*& edge : edges_[i]) edge = isWhole(edge) ? edge : nullptr;
+      for (int which = 0; which < 2; ++which) {  // which have all three corners
+        const TEdge* edge = edges_[i][which];
+        if (edge == nullptr) continue;
+        prefetchWhole(edge->getStartPoint());
+        prefetchWhole(edge->getEndPoint());
+      }
+    }
+  }
+
+  void measureSides(const TEdge* const edges[3], double level) {
+    const TPoint& p1 = *edges[0]->getStartPoint();
+    const TPoint& p2 = *edges[0]->getEndPoint();
+    const TPoint& p3 = thirdCorner(*edges[0], *edges[1]);
+    const int i = count_++;
+    corners_[0][i] = &p1;
+    corners_[1][i] = &p2;
+    corners_[2][i] = &p3;
+    sides_[0][i] = lengthsOf(p1, p2);
+    sides_[1][i] = lengthsOf(p2, p3);
+    sides_[2][i] = lengthsOf(p3, p1);
+    volumes_[i] = prismVolume(level, p1, p2, p3);
+    places_[i] = placeOf(level, p1.getZ(), p2.getZ(), p3.getZ());
+    const TEdge* third = edges[2];
+    if (third == nullptr) {
+      setOdd(i, {{0.0, 0.0}});
+    } else if (!joins(*edges[1], &p2, &p3) || !joins(*third, &p3, &p1)) {
+      // The totals take the sides in the order of the edges, which decides the last bit.
+setOdd(i, areasOf(lengthsOf(*edges[0]), lengthsOf(*edges[1]), lengthsOf(*third)));
+    }
+  }
+
+  void setOdd(int i, const InPlanAndSpace& area) {
+    oddPlaces_[odd_] = i;
+    oddAreas_[odd_] = area;
+    ++odd_;
+  }
+
+  const TEdge* edges_[kSize][3];
+  std::size_t size_ = 0;
+  int count_ = 0;
+  const TPoint* corners_[3][kSize];
+  InPlanAndSpace sides_[3][kSize];
+  double volumes_[kSize];
+  Place places_[kSize];
+  InPlanAndSpace areas_[kSize];
+  int odd_ = 0;
+  int oddPlaces_[kSize];
+  InPlanAndSpace oddAreas_[kSize];
+};
+
+}  // namespace
+
+LevelSums sumAgainstLevel(const TList* triangles, const EList* edges, double level) {
+  const std::span<void* const> all = ListElements::elementsOf(triangles);
+  const std::span<void* const> allEdges = ListElements::elementsOf(edges);
+  LevelSums sums;
+  Block block;
+  for (std::size_t begin = 0; begin < all.size(); begin += Block::kSize) {
+    block.fetch(all.subspan(begin, std::min(Block::kSize, all.size() - begin)), allEdges);
+    block.measure(level);
+    block.addTo(sums, level);
+  }
+  return sums;
+}
+
+}  // namespace detail
+}  // namespace OrvikDTM
