@@ -1,7 +1,5 @@
 // Volumes: two million triangles against a level, and a pair of surfaces with points a unit apart against each other.
 #include <cmath>
-#include <algorithm>
-#include <cstdlib>
 #include <malloc.h>
 
 #include <OrvikDTMAlgorithm/surface/FillCutResult.h>
@@ -18,12 +16,11 @@ namespace {
 
 // The drawing list is not read.
 void measureLevel(benchmark::State& state) {
-  Survey survey(cloudNamed(getenv("CLOUD")));
+  Survey survey(cloudNamed("uniform_1m"));
   for (std::size_t i = 0; i < survey.points.size(); ++i) {
     TPoint& p = survey.points[i];
     p.setZ(20.0 * std::sin(p.getX() / 50) * std::cos(p.getY() / 70));
   }
-  if (getenv("SORTED")) std::sort(survey.points.begin(), survey.points.end(), [](const TPoint& a, const TPoint& b) { int ax = static_cast<int>(a.getX() / 10), bx = static_cast<int>(b.getX() / 10); return ax != bx ? ax < bx : a.getY() < b.getY(); });
   const std::unique_ptr<CEType> tin = build(survey);
   for ([[maybe_unused]] auto iteration : state) {
     const auto result = timed(state, [&tin] { return std::unique_ptr<FillCutResult>(tin->getFillCut(3.0)); });

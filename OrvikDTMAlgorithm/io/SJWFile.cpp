@@ -55,8 +55,8 @@ std::string CEType::getCASSsjw() const {
   detail::preferLargePages(text.data(), text.capacity());
   for (int tri = 1; tri <= count; ++tri) {
     if (const TEdge* ahead = edgeOf(tri + detail::kPrefetchAhead, 1)) {
-      detail::prefetch(ahead->getStartPoint());
-      detail::prefetch(ahead->getEndPoint());
+      detail::prefetchWhole(ahead->getStartPoint());
+      detail::prefetchWhole(ahead->getEndPoint());
     }
     const TEdge* first = edgeOf(tri, 0);
     const TEdge* second = edgeOf(tri, 1);

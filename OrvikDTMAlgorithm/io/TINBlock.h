@@ -71,8 +71,8 @@ inline void writeTriangle(unsigned char* to, const Triangle* triangle) {
 
 inline void prefetchPoints(const TEdge* edge) {
   if (edge == nullptr) return;
-  prefetch(edge->getStartPoint());
-  prefetch(edge->getEndPoint());
+  prefetchWhole(edge->getStartPoint());
+  prefetchWhole(edge->getEndPoint());
 }
 
 // Calls write(record, element, ahead) for every element of a list; `ahead` is an element that will soon be written, or

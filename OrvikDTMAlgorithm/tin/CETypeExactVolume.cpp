@@ -314,8 +314,8 @@ FillCutResult* CEType::getFillCutExact(double elevation, double* coverage) {
   Facet facet{};
   for (int tri = 1; tri <= triangleCount(); ++tri) {
     if (const TEdge* ahead = edgeOf(tri + detail::kPrefetchAhead, 1)) {
-      detail::prefetch(ahead->getStartPoint());
-      detail::prefetch(ahead->getEndPoint());
+      detail::prefetchWhole(ahead->getStartPoint());
+      detail::prefetchWhole(ahead->getEndPoint());
     }
     if (Facet::make(*this, tri, facet)) addAgainstLevel(facet, elevation, limit, account);
   }

@@ -5,6 +5,7 @@
 
 #include <OrvikDTMAlgorithm/tin/ExactPlane.h>
 #include <OrvikDTMAlgorithm/tin/Mesh.h>
+#include <OrvikDTMAlgorithm/tin/Prefetch.h>
 
 inline namespace OrvikDTM {
 namespace detail {
@@ -38,7 +39,7 @@ class ExactMesh {
   // A triangle, whose second edge goes on from the end of the first, so that all who walk along its edges find the
   // corners without a choice; `number` is one more than that of the one asked for before.
   MeshTriangle triangle(Number number) {
-    while (triangleOf_[nextToNumber_] != kUnknown) ++nextToNumber_;
+    while (triangleOf_[nextToNumber_] != kUnknown) goOn();
     const Number first = nextToNumber_;
     const Number third = before(first);
     const Number second = before(third);
@@ -59,6 +60,13 @@ class ExactMesh {
   static constexpr Number kOutside = 0;
 
   static Number numberOf(Number e) { return e / 2 + 1; }
+
+  // The edges around a triangle lie near each other, but not so near that they need not be asked for.
+  void goOn() {
+    ++nextToNumber_;
+    const std::size_t ahead = std::size_t{nextToNumber_} + kPrefetchAhead;
+    if (ahead < halves_.size()) prefetch(&halves_[halves_[ahead].next]);
+  }
 
   // The one of e and its reverse that runs as the edge is published.
   Number forward(Number e) const {

@@ -46,36 +46,37 @@ class Block {
  public:
   static constexpr std::size_t kSize = 64;
 
-  // At most kSize elements of a list of triangles.
-  void fetch(std::span<void* const> triangles, std::span<void* const> edges) {
+  explicit Block(double level) : level_(level) {}
+
+  // Takes at most kSize elements of a list of triangles.
+  void measure(std::span<void* const> triangles, std::span<void* const> edges) {
     findEdges(triangles, edges);
-    size_ = triangles.size();
-  }
-  void measure(double level) {
     count_ = 0;
-    odd_ = 0;
-    for (std::size_t i = 0; i < size_; ++i) {
-      if (edges_[i][0] != nullptr && edges_[i][1] != nullptr) measureSides(edges_[i], level);
+    oddCount_ = 0;
+    for (std::size_t i = 0; i < triangles.size(); ++i) {
+      if (edges_[i][0] != nullptr && edges_[i][1] != nullptr) measureSides(edges_[i]);
     }
     for (int i = 0; i < count_; ++i) areas_[i] = areasOf(sides_[0][i], sides_[1][i], sides_[2][i]);
   }
 
-  void addTo(LevelSums& sums, double level) {
+  void addVolumes(FillAndCut& sums) const {
     for (int i = 0; i < count_;) {
       if (places_[i] == Place::Both) {
-        addSplit(level, splitAt(level, *corners_[0][i], *corners_[1][i], *corners_[2][i]), sums.volumes);
+        addSplit(level_, splitAt(level_, *corners_[0][i], *corners_[1][i], *corners_[2][i]), sums);
         ++i;
         continue;
       }
       const Place place = places_[i];
-      FillOrCut& side = place == Place::Cut ? sums.volumes.cut : sums.volumes.fill;
-      FillOrCut sum = side;
+      FillOrCut& side = place == Place::Cut ? sums.cut : sums.fill;
+      FillOrCut sum = side;  // in registers while the place stays the same
       for (; i < count_ && places_[i] == place; ++i) sum.add(areas_[i].of[0], areas_[i].of[1], volumes_[i]);
       side = sum;
     }
-    for (int k = 0; k < odd_; ++k) {
-      areas_[oddPlaces_[k]] = oddAreas_[k];
-    }
+  }
+
+  // Last of all: from here on the areas are those of the totals.
+  void addTotals(LevelSums& sums) {
+    for (int i = 0; i < oddCount_; ++i) areas_[odd_[i].place] = odd_[i].areas;
     for (int i = 0; i < count_; ++i) {
       sums.planArea += areas_[i].of[0];
       sums.spatialArea += areas_[i].of[1];
@@ -83,25 +84,33 @@ class Block {
   }
 
  private:
+  // A triangle whose own areas are not those from the sides between its corners.
+  struct Odd {
+    int place;
+    InPlanAndSpace areas;
+  };
+
+  // Leaves null what cannot be measured.
   void findEdges(std::span<void* const> triangles, std::span<void* const> edges) {
-    const int* numbers[kSize];
-    static constexpr int kNone[3] = {0, 0, 0};
-    const auto indexOf = [](int number) { return static_cast<std::size_t>(static_cast<unsigned>(number) - 1u); };
+    void* const* slots[kSize][3];
     for (std::size_t i = 0; i < triangles.size(); ++i) {
-      numbers[i] = triangles[i] == nullptr ? kNone : static_cast<const Triangle*>(triangles[i])->getEno();
-      for (int which = 0; which < 3; ++which) prefetch(edges.data() + indexOf(numbers[i][which]));
+      const auto* triangle = static_cast<const Triangle*>(triangles[i]);
+      for (int which = 0; which < 3; ++which) {
+        const int number = triangle == nullptr ? 0 : triangle->getEno()[which];
+        const std::size_t index = static_cast<unsigned>(number) - 1u;
+        slots[i][which] = index < edges.size() ? &edges[index] : nullptr;
+        prefetch(slots[i][which]);
+      }
     }
     for (std::size_t i = 0; i < triangles.size(); ++i) {
       for (int which = 0; which < 3; ++which) {
-        const std::size_t index = indexOf(numbers[i][which]);
-        edges_[i][which] = index < edges.size() ? static_cast<const TEdge*>(edges[index]) : nullptr;
+        edges_[i][which] = slots[i][which] == nullptr ? nullptr : static_cast<const TEdge*>(*slots[i][which]);
         prefetch(edges_[i][which]);
       }
     }
     for (std::size_t i = 0; i < triangles.size(); ++i) {
       for (const TEdge*& edge : edges_[i]) edge = isWhole(edge) ? edge : nullptr;
-      for (int which = 0; which < 2; ++which) {  // which have all three corners
-        const TEdge* edge = edges_[i][which];
+      for (const TEdge* edge : {edges_[i][0], edges_[i][1]}) {  // these two have all three corners
         if (edge == nullptr) continue;
         prefetchWhole(edge->getStartPoint());
         prefetchWhole(edge->getEndPoint());
@@ -109,7 +118,7 @@ class Block {
     }
   }
 
-  void measureSides(const TEdge* const edges[3], double level) {
+  void measureSides(const TEdge* const edges[3]) {
     const TPoint& p1 = *edges[0]->getStartPoint();
     const TPoint& p2 = *edges[0]->getEndPoint();
     const TPoint& p3 = thirdCorner(*edges[0], *edges[1]);
@@ -120,34 +129,28 @@ class Block {
     sides_[0][i] = lengthsOf(p1, p2);
     sides_[1][i] = lengthsOf(p2, p3);
     sides_[2][i] = lengthsOf(p3, p1);
-    volumes_[i] = prismVolume(level, p1, p2, p3);
-    places_[i] = placeOf(level, p1.getZ(), p2.getZ(), p3.getZ());
+    volumes_[i] = prismVolume(level_, p1, p2, p3);
+    places_[i] = placeOf(level_, p1.getZ(), p2.getZ(), p3.getZ());
+    // The totals take the sides in the order of the edges, which decides the last bit, and nothing without a third
+    // edge.
     const TEdge* third = edges[2];
     if (third == nullptr) {
-      setOdd(i, {{0.0, 0.0}});
+      odd_[oddCount_++] = {i, {{0.0, 0.0}}};
     } else if (!joins(*edges[1], &p2, &p3) || !joins(*third, &p3, &p1)) {
-      // The totals take the sides in the order of the edges, which decides the last bit.
-setOdd(i, areasOf(lengthsOf(*edges[0]), lengthsOf(*edges[1]), lengthsOf(*third)));
+      odd_[oddCount_++] = {i, areasOf(lengthsOf(*edges[0]), lengthsOf(*edges[1]), lengthsOf(*third))};
     }
   }
 
-  void setOdd(int i, const InPlanAndSpace& area) {
-    oddPlaces_[odd_] = i;
-    oddAreas_[odd_] = area;
-    ++odd_;
-  }
-
+  double level_;
   const TEdge* edges_[kSize][3];
-  std::size_t size_ = 0;
   int count_ = 0;
   const TPoint* corners_[3][kSize];
   InPlanAndSpace sides_[3][kSize];
+  InPlanAndSpace areas_[kSize];
   double volumes_[kSize];
   Place places_[kSize];
-  InPlanAndSpace areas_[kSize];
-  int odd_ = 0;
-  int oddPlaces_[kSize];
-  InPlanAndSpace oddAreas_[kSize];
+  int oddCount_ = 0;
+  Odd odd_[kSize];
 };
 
 }  // namespace
@@ -156,11 +159,11 @@ LevelSums sumAgainstLevel(const TList* triangles, const EList* edges, double lev
   const std::span<void* const> all = ListElements::elementsOf(triangles);
   const std::span<void* const> allEdges = ListElements::elementsOf(edges);
   LevelSums sums;
-  Block block;
+  Block block(level);
   for (std::size_t begin = 0; begin < all.size(); begin += Block::kSize) {
-    block.fetch(all.subspan(begin, std::min(Block::kSize, all.size() - begin)), allEdges);
-    block.measure(level);
-    block.addTo(sums, level);
+    block.measure(all.subspan(begin, std::min(Block::kSize, all.size() - begin)), allEdges);
+    block.addVolumes(sums.volumes);
+    block.addTotals(sums);
   }
   return sums;
 }

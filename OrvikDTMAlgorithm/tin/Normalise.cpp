@@ -40,7 +40,8 @@ std::vector<SurveyedPoint> fromLowest(const std::vector<TPoint*>& points) {
   std::vector<SurveyedPoint> sorted;
   reserveLarge(sorted, points.size());
   for (std::size_t i = 0; i < byY.size(); ++i) {
-    if (i + kPrefetchAhead < byY.size()) prefetch(points[byY[i + kPrefetchAhead].number]);
+    if (i + 2 * kPrefetchAhead < byY.size()) prefetch(&points[byY[i + 2 * kPrefetchAhead].number]);
+    if (i + kPrefetchAhead < byY.size()) prefetchWhole(points[byY[i + kPrefetchAhead].number]);
     TPoint* point = points[byY[i].number];
     sorted.push_back({positionOf(*point), point});
   }
