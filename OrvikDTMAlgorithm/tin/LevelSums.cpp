@@ -105,7 +105,7 @@ class Block {
     for (std::size_t i = 0; i < triangles.size(); ++i) {
       for (int which = 0; which < 3; ++which) {
         edges_[i][which] = slots[i][which] == nullptr ? nullptr : static_cast<const TEdge*>(*slots[i][which]);
-        prefetch(edges_[i][which]);
+        prefetchWhole(edges_[i][which]);
       }
     }
     for (std::size_t i = 0; i < triangles.size(); ++i) {
