@@ -252,6 +252,15 @@ std::string textOf(const std::vector<Millimetres>& positions) {
   return text.str();
 }
 
+// Whether each triangle's second edge has the end of its first.
+bool secondEdgesGoOn(const Tables& tables) {
+  return std::all_of(tables.triangles.begin(), tables.triangles.end(), [&tables](const auto& edges) {
+    const auto& first = tables.edges[static_cast<std::size_t>(edges[0] - 1)];
+    const auto& second = tables.edges[static_cast<std::size_t>(edges[1] - 1)];
+    return second.start == first.end || second.end == first.end;
+  });
+}
+
 // Fails unless the positions are triangulated as promised, or are collinear and give nothing.
 void expectPromises(const std::vector<Millimetres>& positions, CircleCheck check) {
   std::vector<detail::MillimetrePosition> given;
@@ -265,7 +274,9 @@ void expectPromises(const std::vector<Millimetres>& positions, CircleCheck check
   }
   const std::set<Millimetres> different(positions.begin(), positions.end());
   EXPECT_EQ(exact.inputIndex.size(), different.size());
-  const std::string broken = support::brokenDelaunayPromise(positions, tablesOf(exact), check);
+  const Tables tables = tablesOf(exact);
+  EXPECT_TRUE(secondEdgesGoOn(tables)) << textOf(positions);
+  const std::string broken = support::brokenDelaunayPromise(positions, tables, check);
   if (!broken.empty()) ADD_FAILURE() << broken << ": " << textOf(positions);
 }
 

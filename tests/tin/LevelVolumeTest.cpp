@@ -74,6 +74,9 @@ class SlowAccount {
       const int* e = triangles->findByNum(triangles, t)->getEno();
       const TEdge* first = edges->findByNum(edges, e[0]);
       const TEdge* second = edges->findByNum(edges, e[1]);
+      const TEdge* third = edges->findByNum(edges, e[2]);
+      if (first == nullptr || second == nullptr) continue;
+      if (third != nullptr) addOwn(*first, *second, *third);
       const bool startIsOnFirst = second->getStartPoint()->equals(first->getStartPoint()) ||
                                   second->getStartPoint()->equals(first->getEndPoint());
       measure(spot(first->getStartPoint()), spot(first->getEndPoint()),
@@ -83,9 +86,15 @@ class SlowAccount {
 
   Sums fill;
   Sums cut;
+  Sums own;  // of triangles that have all their edges, from the sides in the order of these
   std::vector<Piece> pieces;
 
  private:
+  void addOwn(const TEdge& a, const TEdge& b, const TEdge& c) {
+    own.plan += std::sqrt(std::fabs(heronProduct(a.getLength(), b.getLength(), c.getLength())));
+    own.slope += std::sqrt(heronProduct(a.getLength3D(), b.getLength3D(), c.getLength3D()));
+  }
+
   static Spot spot(const TPoint* p) { return {p->getX(), p->getY(), p->getZ()}; }
 
   void measure(const Spot& p1, const Spot& p2, const Spot& p3) {
@@ -183,6 +192,8 @@ void expectSums(const FillCutResult& result, const SlowAccount& slow) {
   EXPECT_NEAR(result.getCutThreeDArea(), slow.cut.slope, slope);
   EXPECT_NEAR(result.getFillVolume(), slow.fill.volume, volume);
   EXPECT_NEAR(result.getCutVolume(), slow.cut.volume, volume);
+  EXPECT_EQ(RecordLayout::twoDArea(result), slow.own.plan);
+  EXPECT_EQ(RecordLayout::threeDArea(result), slow.own.slope);
 }
 
 double exactVolumeAbove(const CEType& tin, double level) {
@@ -207,6 +218,29 @@ TEST(LevelVolume, AgreesWithTheSlowAccountAndTheExactIntegral) {
       if (HasFatalFailure()) return;
     }
   }
+}
+
+TEST(LevelVolume, EdgesStandInAnyOrderAndSomeAreMissing) {
+  inputs::Random random(29);
+  const OwnedPoints points(inputs::randomMillimetres(29, 400, 150, 0, 0));
+  const auto tin = support::triangulate(points);
+  TList* triangles = tin->getTList();
+  for (int t = 1; t <= triangles->getListLen(); ++t) {
+    int* e = triangles->findByNum(triangles, t)->getEno();
+    std::swap(e[random.between(0, 2)], e[random.between(0, 2)]);
+    std::swap(e[random.between(0, 2)], e[random.between(0, 2)]);
+    constexpr int kNoNumbers[] = {0, -1, 2000000000};
+    if (t % 7 == 0) e[random.between(0, 2)] = kNoNumbers[random.between(0, 2)];
+  }
+  for (const double level : {3.0, 10.0, 40.0}) {
+    const auto result = fillCut(*tin, level);
+    const SlowAccount slow(*tin, level);
+    expectSums(*result, slow);
+    expectPieces(tin->getTriangle3List(), slow.pieces);
+  }
+  const SlowAccount slow(*tin, 0.0);
+  EXPECT_EQ(tin->getArea2D(), slow.own.plan);
+  EXPECT_EQ(tin->getArea3D(), slow.own.slope);
 }
 
 TEST(LevelVolume, WholeHeightsPutVerticesInThePlane) {
