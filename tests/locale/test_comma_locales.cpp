@@ -6,7 +6,9 @@
 #include <functional>
 #include <locale>
 #include <memory>
+#include <random>
 #include <sstream>
+#include <stdexcept>
 
 #include <OrvikDTMAlgorithm/report/NumberText.h>
 #include <OrvikDTMAlgorithm/report/U.h>
@@ -143,6 +145,30 @@ TEST_P(CommaLocale, LandXML) {
     OwnedSurface read;
     EXPECT_TRUE(DTMFileOperation().loadSurface(path.c_str(), 2, &read));
     return textOf(read.toBytes());
+  });
+}
+
+// Documents with bytes beyond ASCII wherever they may fall: what is a letter or a blank is not up to the locale.
+TEST_P(CommaLocale, LandXMLWithAnyBytes) {
+  const std::string whole =
+      "<LandXML d=\"a\"><Definition b=\"1\"><Pnts><P id=\"1\">0 0 1</P><P id=\"2\">0 10.5 2</P>"
+      "<P id=\"3\">10 0 3</P></Pnts><Faces><F>1 2 3</F></Faces></Definition></LandXML>";
+  expectSame([&] {
+    std::mt19937 random(23);
+    std::string text;
+    for (int i = 0; i < 400; ++i) {
+      std::string contents = whole;
+      for (std::size_t changes = 1 + random() % 2; changes > 0; --changes) {
+        contents.insert(random() % contents.size(), 1, static_cast<char>(0x80 + random() % 0x80));
+      }
+      try {
+        const std::unique_ptr<CEType> read(CEType::initCETypeFromLandXml(folder_.write("any.xml", contents).c_str()));
+        text += read == nullptr ? "nothing" : textOf(read->getBytes());
+      } catch (const std::out_of_range&) {
+        text += "out of range";
+      }
+    }
+    return text;
   });
 }
 
