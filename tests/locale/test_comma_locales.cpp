@@ -19,13 +19,25 @@
 
 namespace {
 
-// The locale of the C library and that of C++ for as long as this lives; the C locale before and after.
+// For as long as this lives the C library has the locale of that name, and the streams of C++ have its decimal comma
+// (by a facet of their own: looking a locale up by LOCPATH, as std::locale does, leaks in the C library). The C locale
+// before and after.
 class ProcessLocale {
  public:
-  explicit ProcessLocale(const std::string& name) { std::locale::global(std::locale(name)); }
+  explicit ProcessLocale(const char* name) {
+    std::locale::global(std::locale(std::locale::classic(), new Comma));
+    EXPECT_STREQ(name, std::setlocale(LC_ALL, name)) << "ctest makes the locales that the tests need";
+  }
   ~ProcessLocale() { std::locale::global(std::locale::classic()); }
   ProcessLocale(const ProcessLocale&) = delete;
   ProcessLocale& operator=(const ProcessLocale&) = delete;
+
+ private:
+  struct Comma : std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+  };
 };
 
 class CommaLocale : public testing::TestWithParam<const char*> {
