@@ -211,7 +211,7 @@ TEST_P(Saving, ADeviceThatIsFullIsWrittenInPlace) {
 
 // Whatever the moment, and at most one file of each process that was killed is left over.
 TEST_P(Saving, AKillLeavesTheOldFileOrTheNewOne) {
-  constexpr int kPoints = 20'000;  // files of megabytes, written in several pieces
+  constexpr int kPoints = 12'000;  // files of megabytes, written in several pieces
   constexpr std::size_t kKills = 30;
   constexpr unsigned kLatest = 20'000;  // microseconds
   Contents large(scattered(kPoints));
