@@ -94,10 +94,8 @@ TEST_P(CommaLocale, NumbersAsText) {
 TEST_P(CommaLocale, TextAsNumbers) {
   expectSame([] {
     std::string text;
-    for (const char* written : {"1234.5", "1234,5", "1.234,5", "0x1.8", "-1e-3", ",5", ".5",
-                                "\xA0"
-                                "7",
-                                "inf", "1e400"}) {
+    for (const char* written :
+         {"1234.5", "1234,5", "1.234,5", "0x1.8", "-1e-3", ",5", ".5", "\xA0 7", "inf", "1e400"}) {
       text += detail::generalText(detail::readNumber(written)) + '\n';
     }
     return text;
