@@ -22,7 +22,7 @@ using detail::Face;
 constexpr std::string_view kEndWord = "nil";
 
 // What most coordinates of a projected system take, line break included; only the first guess of a file's size.
-constexpr std::size_t kUsualTriangle = 9 * 15;
+constexpr std::size_t kUsualTriangle = std::size_t{9} * 15;
 
 // ---- writing
 
