@@ -1,11 +1,10 @@
 // Private. The distinct corners of a list of triangles, and the position of each in the order of first use.
 #pragma once
 
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -50,8 +49,8 @@ class CornerSet {
   };
 
   static bool isSame(const TPoint& a, const TPoint& b) {
-    static_assert(std::is_trivially_copyable_v<TPoint> && sizeof(TPoint) == 3 * sizeof(double));
-    return std::memcmp(&a, &b, sizeof(TPoint)) == 0;
+    using Words = std::array<std::uint64_t, 3>;
+    return std::bit_cast<Words>(a) == std::bit_cast<Words>(b);
   }
 
   static std::uint64_t hashOf(const TPoint& p) {

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include <OrvikDTMAlgorithm/io/CornerSet.h>
+#include <OrvikDTMAlgorithm/io/CornerTexts.h>
 #include <OrvikDTMAlgorithm/io/ImportedModel.h>
 #include <OrvikDTMAlgorithm/io/TextLines.h>
 #include <OrvikDTMAlgorithm/platform/Platform.h>
@@ -21,17 +22,9 @@ using detail::Face;
 constexpr std::string_view kEndWord = "nil";
 
 // What most coordinates of a projected system take, line break included; only the first guess of a file's size.
-constexpr std::size_t kUsualTriangle = 9 * 15;
+constexpr std::size_t kUsualTriangle = std::size_t{9} * 15;
 
 // ---- writing
-
-char* writeCorner(const TPoint& p, char* out) {
-  for (const double v : {p.getX(), p.getY(), p.getZ()}) {
-    out = detail::writeText(v, out);
-    *out++ = '\n';
-  }
-  return out;
-}
 
 // The end of the second edge that is no corner yet. The order of the questions matters where the second edge joins the
 // same two positions as the first.
@@ -47,8 +40,8 @@ const TPoint& thirdCorner(const TPoint& a, const TPoint& b, const TEdge& second)
 }  // namespace
 
 std::string CEType::getCASSsjw() const {
-  constexpr std::size_t kLongestTriangle = 9 * (detail::kLongestText + 1);
-  char triangle[kLongestTriangle];
+  char triangle[3 * detail::WrittenCorners::kLongest];
+  detail::WrittenCorners corners;
   std::string text;
   const int count = triangleCount();
   text.reserve(static_cast<std::size_t>(count) * kUsualTriangle + kEndWord.size());
@@ -63,9 +56,9 @@ std::string CEType::getCASSsjw() const {
     if (first == nullptr || second == nullptr) continue;
     const TPoint& a = *first->getStartPoint();
     const TPoint& b = *first->getEndPoint();
-    char* end = writeCorner(a, triangle);
-    end = writeCorner(b, end);
-    end = writeCorner(thirdCorner(a, b, *second), end);
+    char* end = corners.write(a, triangle);
+    end = corners.write(b, end);
+    end = corners.write(thirdCorner(a, b, *second), end);
     text.append(triangle, end);
   }
   return text.append(kEndWord);
@@ -109,19 +102,34 @@ std::optional<TPoint> takeCorner(std::string_view& rest) {
 // The triangles of a file. Every triangle repeats its corners; those that are the same to the last bit become one
 // point, which spares the topology builder five of six points and changes nothing that can be told from outside.
 struct TriangleList {
+  detail::ReadCorners texts;
   detail::CornerSet corners;
   std::vector<Face> faces;
 };
 
+// The position of the next corner among the corners of the list; nothing at the end of the list.
+std::optional<int> takeCornerPosition(std::string_view& rest, TriangleList& triangles) {
+  detail::ReadCorners::Text& seen = triangles.texts.find(rest);
+  if (seen.isStartOf(rest)) {
+    rest.remove_prefix(seen.length);
+    return seen.position;
+  }
+  const char* const begin = rest.data();
+  const std::optional<TPoint> corner = takeCorner(rest);
+  if (!corner) return std::nullopt;
+  const int position = triangles.corners.insert(*corner);
+  if (rest.data()[-1] == '\n') seen = {begin, static_cast<std::size_t>(rest.data() - begin), position};
+  return position;
+}
+
 bool takeTriangle(std::string_view& rest, TriangleList& triangles) {
-  const std::optional<TPoint> a = takeCorner(rest);
+  const std::optional<int> a = takeCornerPosition(rest, triangles);
   if (!a) return false;
-  const std::optional<TPoint> b = takeCorner(rest);
+  const std::optional<int> b = takeCornerPosition(rest, triangles);
   if (!b) return false;
-  const std::optional<TPoint> c = takeCorner(rest);
+  const std::optional<int> c = takeCornerPosition(rest, triangles);
   if (!c) return false;
-  detail::CornerSet& corners = triangles.corners;
-  triangles.faces.push_back({corners.insert(*a), corners.insert(*b), corners.insert(*c)});
+  triangles.faces.push_back({*a, *b, *c});
   return true;
 }
 

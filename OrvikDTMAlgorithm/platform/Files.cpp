@@ -54,8 +54,9 @@ bool readAll(const char* path, Contents& contents) {
   if (!file) return false;
   std::setvbuf(file.get(), nullptr, _IONBF, 0);  // straight to where it stays
   // One byte more than the size tells the end of an ordinary file in one read; pipes and the like have no size and are
-  // read in growing steps.
+  // read in growing steps. Some devices and pipes have no end either: nobody waits until they have filled the memory.
   constexpr std::size_t kSmallestStep = 65536;
+  constexpr std::size_t kMostBeyondSize = std::size_t{1} << 30;
   constexpr std::size_t kWorthLargePages = std::size_t{4} << 20;
   std::size_t length = 0;
   const std::size_t expected = sizeOf(file.get()) + 1;
@@ -65,6 +66,7 @@ bool readAll(const char* path, Contents& contents) {
   for (;;) {
     length += std::fread(contents.data() + length, 1, contents.size() - length, file.get());
     if (length < contents.size()) break;
+    if (length - expected >= kMostBeyondSize) return false;
     contents.resize(contents.size() + std::max(contents.size(), kSmallestStep));
   }
   contents.resize(length);

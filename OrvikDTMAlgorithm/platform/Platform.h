@@ -53,7 +53,8 @@ struct WithoutInitialising : std::allocator<T> {
 };
 using Bytes = std::vector<unsigned char, WithoutInitialising<unsigned char>>;
 
-// Fills `contents` with a whole file, read in one call. False when it cannot be opened or read.
+// Fills `contents` with a whole file, read in one call. False when it cannot be opened or read, and for a pipe or
+// device that gives more than 1 GiB.
 bool readWholeFile(const char* path, std::string& contents);
 bool readWholeFile(const char* path, Bytes& contents);
 

@@ -1,6 +1,7 @@
-// Files that are larger than memory: they count as files that cannot be read. Each is all hole, so that it takes no
-// room on the disk, and is read in a process of its own whose memory is limited. The address sanitizer reserves more
-// than any such limit leaves, and ends the process where an allocation would fail: there is nothing to see under it.
+// Files that are larger than memory, or have no end: they count as files that cannot be read. Each is all hole, so that
+// it takes no room on the disk, and is read in a process of its own whose memory is limited. The address sanitizer
+// reserves more than any such limit leaves, and ends the process where an allocation would fail: there is nothing to
+// see under it.
 #if !defined(_WIN32) && !defined(__SANITIZE_ADDRESS__)
 
 #include <sys/resource.h>
@@ -75,6 +76,21 @@ TEST_F(HugeFiles, WithABoundaryFail) {
     return !DTMFileOperation().loadRangePointFile(file.c_str(), &first, &second, out) && first && second;
   };
   EXPECT_EQ(1, inLittleMemory(fails));
+}
+
+// A device that gives bytes for ever counts as one that cannot be read.
+TEST_F(HugeFiles, WithoutAnEndCannotBeRead) {
+  const auto endless = [this](const char* name) {
+    std::filesystem::create_symlink("/dev/zero", folder_ / name);
+    return path(name);
+  };
+  OwnedSurface surface(risingSquare());
+  const Block before = surface.toBytes();
+  EXPECT_FALSE(DTMFileOperation().loadSurface(endless("x.ttin").c_str(), 0, &surface));
+  std::vector<SurfacePoint*> out;
+  surface.loadSurfacePointsFile(endless("x.csv").c_str(), out);
+  EXPECT_TRUE(out.empty());
+  EXPECT_EQ(before, surface.toBytes());
 }
 
 }  // namespace

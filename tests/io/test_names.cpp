@@ -103,6 +103,25 @@ TEST_F(GbkNames, SettleAtTheFirstReading) {
   }
 }
 
+// What belongs to no code page is a blank in the file and stays one; what was cut in the first file is whole from then
+// on.
+TEST_F(GbkNames, OfAnyBytesSettleAtTheFirstReading) {
+  std::mt19937 random(22);
+  for (int i = 0; i < 300; ++i) {
+    std::string name(1 + random() % 23, '\0');
+    for (char& c : name) c = static_cast<char>(random() % 2 == 0 ? 0xB0 + random() % 0x40 : 1 + random() % 255);
+    OwnedSurface surface;
+    surface.setSurfacePoints({newPoint(name, {1, 2, 3})});
+    OwnedSurface read;
+    ASSERT_TRUE(load(read, surface.toBytes()));
+    const Block block = read.toBytes();
+    OwnedSurface readAgain;
+    ASSERT_TRUE(load(readAgain, block));
+    ASSERT_EQ(namesOf(read), namesOf(readAgain));
+    ASSERT_EQ(block, readAgain.toBytes());
+  }
+}
+
 TEST_F(GbkNames, OfPointsComeBack) {
   OwnedSurface surface;
   surface.setSurfacePoints({newPoint(kGbk, {1, 2, 3}), newPoint("P~1", {1, 2, 3}), newPoint("\x7F", {1, 2, 3})});

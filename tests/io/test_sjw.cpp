@@ -1,9 +1,13 @@
 // ".sjw" triangle files: the text of a TIN, the TIN of a text, and the surface that a file makes.
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <locale>
+#include <random>
 #include <sstream>
+#include <utility>
 
+#include <OrvikDTMAlgorithm/report/U.h>
 #include <OrvikDTMAlgorithm/surface/SurfacePoint.h>
 #include <OrvikDTMAlgorithm/tin/ConvexList.h>
 #include <OrvikDTMAlgorithm/tin/Surface.h>
@@ -135,6 +139,35 @@ TEST(SJWText, NumbersThatAreNone) {
   EXPECT_EQ(expected, OneTriangle(points, {{0, 1}, {1, 2}, {2, 0}}, {1, 2, 3}).text().substr(0, expected.size()));
 }
 
+// Corners that come again and again, near and far apart, among them some whose texts are long.
+TEST(SJWText, CornersThatComeAgain) {
+  std::mt19937 random(61);
+  std::vector<TPoint> points;
+  for (int i = 0; i < 6000; ++i) {
+    constexpr double kHeights[] = {0.0, -0.0, 1e300, -1e-9, 38512345.678, -kInf};
+    points.emplace_back(i, 0.001 * static_cast<double>(random() % 1'000'000), kHeights[random() % std::size(kHeights)]);
+  }
+  CEType tin(new ConvexList, new EList, new TList);
+  constexpr int kTriangles = 20'000;
+  tin.getEList()->setMaxlen(2 * kTriangles);
+  tin.getTList()->setMaxlen(kTriangles);
+  std::string expected;
+  for (int tri = 0; tri < kTriangles; ++tri) {
+    const std::size_t within = tri % 2 == 0 ? 50 : points.size() - 2;
+    const std::size_t a = random() % within;
+    TPoint* corners[] = {&points[a], &points[a + 1], &points[a + 2]};
+    std::shuffle(std::begin(corners), std::end(corners), random);
+    tin.getEList()->add(tin.getEList(), new TEdge(corners[0], corners[1]));
+    tin.getEList()->add(tin.getEList(), new TEdge(corners[1], corners[2]));
+    const int numbers[] = {2 * tri + 1, 2 * tri + 2, 0};
+    tin.getTList()->add(tin.getTList(), new Triangle(numbers));
+    for (const TPoint* p : corners) {
+      for (const double v : {p->getX(), p->getY(), p->getZ()}) expected += U::toString(v) + '\n';
+    }
+  }
+  EXPECT_TRUE(expected + "nil" == tin.getCASSsjw());
+}
+
 class CommaDecimals {
  public:
   CommaDecimals() : before_(std::locale::global(std::locale(std::locale::classic(), new Comma))) {}
@@ -250,6 +283,17 @@ TEST_F(SJWFile, FilesThatCannotBeRead) {
   EXPECT_EQ(nullptr, CEType::initCETypeFromSJW(folder_.pathOf(".").c_str()));
 }
 
+TEST_F(SJWFile, TheCornersOfATriangleThatBreaksOffAreNoPoints) {
+  for (const std::string rest : {"77\n78\n79\nnil", "77\n78\n79\n80\n81\n82\n83\n84\n", "77\n78\n79"}) {
+    OwnedSurface surface;
+    ASSERT_TRUE(surface.tryParseSJW(folder_.write("t.sjw", kOneTriangle + rest).c_str()));
+    EXPECT_EQ(3u, surface.getCEType()->getOriginalList().size());
+    EXPECT_EQ(3, surface.getPointsNumber());
+    EXPECT_EQ(10.0, surface.getRangeMaxX());
+    EXPECT_EQ(3.0, surface.getMaxElev());
+  }
+}
+
 TEST_F(SJWFile, CornersMeetInPlan) {
   // The second triangle gives its two corners on the common edge other heights: the first triangle's count.
   const auto model = modelOf(kOneTriangle + "10\n0\n77\n10\n10\n4\n0\n10\n78\nnil");
@@ -300,6 +344,38 @@ TEST_F(SJWFile, WrittenReadAndWrittenAgain) {
     EXPECT_EQ(listed, slowRead(again));
     EXPECT_EQ(again, modelOf(again)->getCASSsjw()) << "from the second time on the text is the same";
   }
+}
+
+// The same number in another form, as other programs might write it.
+std::string inAnotherForm(const std::string& line, std::mt19937& random) {
+  switch (random() % 4) {
+    case 0:
+      return line.substr(0, line.find_last_not_of('0') + 1);
+    case 1:
+      return " " + line;
+    case 2:
+      return line + " m\r";
+    default:
+      return line;
+  }
+}
+
+TEST_F(SJWFile, CornersComeAgainInAnyOrderAndForm) {
+  std::mt19937 random(62);
+  OwnedSurface surface(scattered(4000));
+  std::istringstream text(surface.getCEType()->getCASSsjw());
+  std::vector<std::string> listed;
+  for (std::string line, triangle; std::getline(text, line) && line != "nil";) {
+    triangle += inAnotherForm(line, random) + '\n';
+    if (std::count(triangle.begin(), triangle.end(), '\n') == 9) listed.push_back(std::exchange(triangle, {}));
+  }
+  ASSERT_EQ(static_cast<std::size_t>(surface.getTrianglesNumber()), listed.size());
+  // Some triangles stay where they were, near their neighbours, others go anywhere.
+  std::shuffle(listed.begin() + static_cast<std::ptrdiff_t>(listed.size() / 2), listed.end(), random);
+  std::string contents;
+  for (const std::string& triangle : listed) contents += triangle;
+  contents.pop_back();  // the last line ends with the file
+  EXPECT_TRUE(slowRead(contents) == trianglesOf(contents));
 }
 
 TEST_F(SJWFile, TheTextHoldsTheModelsTriangles) {
