@@ -19,25 +19,16 @@
 
 #include "Inputs.h"
 #include "TINSupport.h"
+#include "VolumeSupport.h"
 
 namespace {
 
 using inputs::Positions;
 using support::OwnedPoints;
+using support::Polygon;
+using support::setBoundary;
 
-using Vertex = std::array<double, 2>;
-using Polygon = std::vector<Vertex>;
-
-void setBoundary(CEType& tin, const Polygon& polygon) {
-  std::vector<RangePoint> points(polygon.size());
-  std::vector<RangePoint*> pointers;
-  for (std::size_t i = 0; i < polygon.size(); ++i) {
-    points[i].e = polygon[i][0];
-    points[i].n = polygon[i][1];
-    pointers.push_back(&points[i]);
-  }
-  tin.setRangeList(pointers);
-}
+using Vertex = Polygon::value_type;
 
 // The site: 40 x 40 units on the plane z = 10 + x / 10 - y / 20, relative to its corner.
 constexpr int kSide = 40;
