@@ -1,4 +1,5 @@
 #include <bit>
+#include <cmath>
 #include <utility>
 
 #include <OrvikDTMAlgorithm/tin/SideTree.h>
@@ -12,8 +13,10 @@ namespace {
 // are tried for one that a side fits on; what fits on none stands alone.
 constexpr std::size_t kMostChainsTried = 16;
 
+// 0 where it cannot be computed: heights put sides in an order, and need not be right.
 double heightAt(const NumberedSide& side, double x) {
-  return side.a.y + (side.b.y - side.a.y) * ((x - side.a.x) / (side.b.x - side.a.x));
+  const double height = side.a.y + (side.b.y - side.a.y) * ((x - side.a.x) / (side.b.x - side.a.x));
+  return std::isnan(height) ? 0.0 : height;
 }
 
 // Whether p lies below the side's line, or on it.

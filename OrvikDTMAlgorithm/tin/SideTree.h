@@ -28,7 +28,7 @@ class SideTree {
  public:
   SideTree() = default;
 
-  // Sides that run north-south are left out. All coordinates must be measurable.
+  // Sides that run north-south are left out. All coordinates must be finite.
   explicit SideTree(const std::vector<NumberedSide>& sides);
 
   // Sides of which each lies above the one before it, or touches it, wherever both are.

@@ -6,6 +6,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <numbers>
 #include <string>
 
 #include <OrvikDTMAlgorithm/tin/CEType.h>
@@ -195,6 +196,27 @@ TEST(LocationIndex, NamesTheTriangleOfTheSlowWayInAFan) {
 
 std::unique_ptr<CEType> import(const OwnedPoints& points, const Faces& faces) {
   return std::unique_ptr<CEType>(CEType::initCETypeFromFaces(points.pointers(), faces));
+}
+
+// Slivers around a centre: boxes do not tell them apart, and queries go over to their sides after a while.
+TEST(LocationIndex, NamesTheTriangleOfTheSlowWayAmongSlivers) {
+  constexpr int kSpokes = 400;
+  for (const double x0 : {0.0, 38500000.0}) {
+    for (const double inner : {1.0, 0.7}) {  // with a round rim, or one of spikes
+      OwnedPoints points;
+      Faces faces;
+      points.add(x0, 0, 9);
+      for (int i = 0; i < kSpokes; ++i) {
+        const double angle = 2 * std::numbers::pi * i / kSpokes;
+        const double radius = i % 2 == 0 ? 100 : inner * 100;
+        points.add(x0 + radius * std::cos(angle), radius * std::sin(angle), i % 5);
+        faces.push_back({0, 1 + i, 1 + (i + 1) % kSpokes});
+      }
+      expectTheTrianglesOfTheSlowWay(*import(points, faces), 6, 800);
+      expectTheTrianglesOfTheSlowWay(*support::triangulate(points), 7, 800);
+      if (HasFatalFailure()) return;
+    }
+  }
 }
 
 // Random faces over few points: overlapping, three and more on an edge, flat, none a neighbour of the next.
