@@ -133,7 +133,7 @@ int FlatTIN::fromSides(const Position& p) const {
 
 // Whether boxes tell triangles apart so badly, as they do the slivers of a fan, that to sort the sides has paid.
 bool FlatTIN::isCrowded() const {
-  constexpr std::size_t kTestsPerTriangle = 30;
+  constexpr std::size_t kTestsPerTriangle = 8;
   return testedInVain_ > kTestsPerTriangle * records_.size();
 }
 

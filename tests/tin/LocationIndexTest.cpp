@@ -200,22 +200,21 @@ std::unique_ptr<CEType> import(const OwnedPoints& points, const Faces& faces) {
 
 // Slivers around a centre: boxes do not tell them apart, and queries go over to their sides after a while.
 TEST(LocationIndex, NamesTheTriangleOfTheSlowWayAmongSlivers) {
-  constexpr int kSpokes = 400;
-  for (const double x0 : {0.0, 38500000.0}) {
-    for (const double inner : {1.0, 0.7}) {  // with a round rim, or one of spikes
-      OwnedPoints points;
-      Faces faces;
-      points.add(x0, 0, 9);
-      for (int i = 0; i < kSpokes; ++i) {
-        const double angle = 2 * std::numbers::pi * i / kSpokes;
-        const double radius = i % 2 == 0 ? 100 : inner * 100;
-        points.add(x0 + radius * std::cos(angle), radius * std::sin(angle), i % 5);
-        faces.push_back({0, 1 + i, 1 + (i + 1) % kSpokes});
-      }
-      expectTheTrianglesOfTheSlowWay(*import(points, faces), 6, 800);
-      expectTheTrianglesOfTheSlowWay(*support::triangulate(points), 7, 800);
-      if (HasFatalFailure()) return;
+  constexpr int kSpokes = 1200;
+  constexpr double kFans[][2] = {{0, 100}, {38500000, 70}};  // where they are, and how far every second spoke reaches
+  for (const auto& [x0, inner] : kFans) {
+    OwnedPoints points;
+    Faces faces;
+    points.add(x0, 0, 9);
+    for (int i = 0; i < kSpokes; ++i) {
+      const double angle = 2 * std::numbers::pi * i / kSpokes;
+      const double radius = i % 2 == 0 ? 100 : inner;
+      points.add(x0 + radius * std::cos(angle), radius * std::sin(angle), i % 5);
+      faces.push_back({0, 1 + i, 1 + (i + 1) % kSpokes});
     }
+    expectTheTrianglesOfTheSlowWay(*import(points, faces), 6, 350);
+    expectTheTrianglesOfTheSlowWay(*support::triangulate(points), 7, 350);
+    if (HasFatalFailure()) return;
   }
 }
 
