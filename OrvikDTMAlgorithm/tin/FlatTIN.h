@@ -63,7 +63,7 @@ class FlatTIN {
   // start from a given triangle names that triangle, wherever it starts.
   bool coversOnce() const;
 
-  // The same of a network whose outline is convex as well.
+  // Whether that is known of a network whose outline is convex.
   bool coversConvexOnce() const;
 
   // Whether the area test accepts (x, y) in the triangle.

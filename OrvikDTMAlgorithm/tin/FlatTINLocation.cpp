@@ -297,15 +297,24 @@ bool FlatTIN::coversOnce() const {
   return rounds == 1;
 }
 
+// A ring that never turns right, nor back, goes round once when it turns upwards once.
 bool FlatTIN::coversConvexOnce() const {
-  if (!coversOnce()) return false;
+  if (!covers_) return false;
+  const auto runsUpwards = [](const Position& from, const Position& to) {
+    return to.y > from.y || (to.y == from.y && to.x > from.x);
+  };
   const std::vector<Position>& ring = hull_->vertices();
+  int turnsUpwards = 0;
   for (std::size_t i = 0; i < ring.size(); ++i) {
     const Position& before = ring[i == 0 ? ring.size() - 1 : i - 1];
     const Position& behind = ring[i + 1 == ring.size() ? 0 : i + 1];
-    if (orientation(before, ring[i], behind) < 0) return false;
+    const int turn = orientation(before, ring[i], behind);
+    const bool ranUpwards = runsUpwards(before, ring[i]);
+    const bool goesUpwards = runsUpwards(ring[i], behind);
+    if (turn < 0 || (turn == 0 && ranUpwards != goesUpwards)) return false;
+    if (!ranUpwards && goesUpwards) ++turnsUpwards;
   }
-  return true;
+  return turnsUpwards == 1;
 }
 
 // ---- the three queries
