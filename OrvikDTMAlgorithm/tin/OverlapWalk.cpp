@@ -38,15 +38,24 @@ bool OverlapWalk::overlaps(const Facet& facet, int number) const {
          !hasBeyondASide(corners->p, turn, facet.p);
 }
 
-// The triangle at one of some places in the facet: its middle, and halfway from there to its corners.
+// The triangle at one of some places in the facet: its middle, and ever nearer to its corners, as a sliver may reach
+// far beyond the network.
 int OverlapWalk::firstOverlapping(const Facet& facet) {
+  constexpr double kNearestToCorner = 1.0 / 128;
   const Position middle{(facet.p[0].x + facet.p[1].x + facet.p[2].x) / 3,
                         (facet.p[0].y + facet.p[1].y + facet.p[2].y) / 3};
-  for (const Position& towards : {middle, facet.p[0], facet.p[1], facet.p[2]}) {
-    const int number = tin_->locate(middle.x / 2 + towards.x / 2, middle.y / 2 + towards.y / 2, lastLocated_);
-    if (number != 0 && overlaps(facet, number)) return number;
+  const auto overlappingAt = [&](double x, double y) {
+    const int number = tin_->locate(x, y, lastLocated_);
+    return number != 0 && overlaps(facet, number) ? number : 0;
+  };
+  int found = overlappingAt(middle.x, middle.y);
+  for (double part = 0.5; part >= kNearestToCorner; part /= 2) {
+    for (const Position& corner : facet.p) {
+      if (found != 0) return found;
+      found = overlappingAt(corner.x + (middle.x - corner.x) * part, corner.y + (middle.y - corner.y) * part);
+    }
   }
-  return 0;
+  return found;
 }
 
 bool OverlapWalk::isNew(int number) {

@@ -128,6 +128,9 @@ TEST(OverlapWalk, FindsAllThatOverlapsInFans) {
     ASSERT_TRUE(canBeWalkedOver(*other.tin));
     EXPECT_EQ(expectAllThatOverlap(*one.tin, *other.tin), 0);
   }
+  const Model small(rounded(rim(50, 20, 0, 0.02, 0)), spokesOf(50));
+  EXPECT_EQ(expectAllThatOverlap(*one.tin, *small.tin), 0);
+  EXPECT_EQ(expectAllThatOverlap(*small.tin, *one.tin), 0);
 }
 
 TEST(OverlapWalk, IsNotForWhatIsNotConvexOrCoversTwice) {
