@@ -58,8 +58,9 @@ class BoundaryParts {
   BoxTree partTree_;
 };
 
-// The parts of a polygon that is given by its sides.
-std::vector<BoundaryPart> partsOf(const std::vector<BoundarySide>& sides);
+// The parts of a polygon that is given by its sides. `work` becomes how many sides were looked at, counted once for
+// each range of bands that they were looked at in.
+std::vector<BoundaryPart> partsOf(const std::vector<BoundarySide>& sides, std::size_t* work = nullptr);
 
 }  // namespace detail
 }  // namespace OrvikDTM

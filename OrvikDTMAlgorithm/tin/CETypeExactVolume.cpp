@@ -14,6 +14,8 @@
 #include <OrvikDTMAlgorithm/tin/CompensatedSum.h>
 #include <OrvikDTMAlgorithm/tin/ConvexPiece.h>
 #include <OrvikDTMAlgorithm/tin/Facets.h>
+#include <OrvikDTMAlgorithm/tin/FlatTIN.h>
+#include <OrvikDTMAlgorithm/tin/OverlapWalk.h>
 #include <OrvikDTMAlgorithm/tin/Prefetch.h>
 
 inline namespace OrvikDTM {
@@ -186,29 +188,56 @@ bool isApart(const Facet& facet, const Facet& other) {
   return isBeyond;
 }
 
-// The smaller triangle is clipped by the larger one, in coordinates relative to a corner of it.
-void addPair(const Facet& facet, const Facet& other, Place place, const Limit& limit, Account& account) {
+// The smaller triangle is clipped by the larger one, in coordinates relative to a corner of it. False where they are
+// apart.
+bool addPair(const Facet& facet, const Facet& other, Place place, const Limit& limit, Account& account) {
   const bool isSmaller = widthOf(facet) <= widthOf(other);
   const Facet& smaller = isSmaller ? facet : other;
   const Facet& larger = isSmaller ? other : facet;
-  if (isApart(smaller, larger) || isApart(larger, smaller)) return;
+  if (isApart(smaller, larger) || isApart(larger, smaller)) return false;
   const Position origin = smaller.p[0];
   ConvexPiece piece = smaller.piece(origin, 0.0);
   larger.clip(piece, origin);
-  if (piece.isEmpty()) return;
+  if (piece.isEmpty()) return true;
   const double apart = facet.z[0] - other.z[0];
   for (std::size_t i = 0; i < piece.size(); ++i) {
     PieceCorner& p = piece[i];
     p.difference = apart + (facet.rise(p.x, p.y, origin) - other.rise(p.x, p.y, origin));
   }
   limit.add(piece, origin, place, kindBetween(differencesOf(piece)), facet.spread, account);
+  return true;
 }
 
-// Takes the triangles of one network; those of the other are looked up for a few neighbours at a time.
+// The facets of a network by the numbers of its triangles, and the walk over them.
+class Walkable {
+ public:
+  Walkable(const CEType& tin, const Facets& facets) : walk_(detail::FlatTIN::of(tin)) {
+    facetOf_.resize(static_cast<std::size_t>(tin.getTList()->getListLen()) + 1);
+    for (std::size_t i = 0; i < facets.numbers().size(); ++i) facetOf_[facets.numbers()[i]] = &facets.all()[i];
+  }
+
+  bool isPossible() const { return walk_.isPossible(); }
+
+  // As OverlapWalk's, with facets.
+  template <typename Visit>
+  bool visit(const Facet& facet, Visit visitFacet) {
+    return walk_.visit(facet, [&](int number) {
+      const Facet* other = facetOf_[static_cast<std::size_t>(number)];
+      if (other != nullptr) visitFacet(*other);
+    });
+  }
+
+ private:
+  detail::OverlapWalk walk_;
+  std::vector<const Facet*> facetOf_;  // null for triangles that have none
+};
+
+// Takes the triangles of one network; those of the other are looked up by their boxes for a few neighbours at a time.
+// Once most triangles that were found so have been apart, they are walked to if that is possible.
 class Overlay {
  public:
-  Overlay(const Facets& reference, const Limit& limit, Account& account)
-      : reference_(reference), limit_(limit), account_(account) {}
+  Overlay(const CEType& reference, const Facets& facets, const Limit& limit, Account& account)
+      : tin_(reference), reference_(facets), limit_(limit), account_(account) {}
 
   // The facet must last until finish().
   void add(const Facet& facet) {
@@ -221,16 +250,16 @@ class Overlay {
 
   // Measures what still waits.
   void finish() {
-    if (areClose()) {
+    if (walkable_ && walkable_->isPossible()) {
+      for (const Waiting& w : waiting_) addByWalk(w);
+    } else if (areClose()) {
       lookUp(boxOfAll());
       for (const Waiting& w : waiting_) addAll(w);
     } else {
-      for (const Waiting& w : waiting_) {
-        lookUp(w.box);
-        addAll(w);
-      }
+      for (const Waiting& w : waiting_) addByBox(w);
     }
     waiting_.clear();
+    if (!walkable_ && areBoxesInVain()) walkable_.emplace(tin_, reference_);
   }
 
  private:
@@ -273,15 +302,40 @@ class Overlay {
 
   void addAll(const Waiting& w) {
     for (const Found& other : found_) {
-      if (detail::meet(w.box, other.box)) addPair(*w.facet, *other.facet, w.place, limit_, account_);
+      if (!detail::meet(w.box, other.box)) continue;
+      ++tried_;
+      if (addPair(*w.facet, *other.facet, w.place, limit_, account_)) ++met_;
     }
   }
 
+  void addByBox(const Waiting& w) {
+    lookUp(w.box);
+    addAll(w);
+  }
+
+  void addByWalk(const Waiting& w) {
+    const bool isWalked =
+        walkable_->visit(*w.facet, [&](const Facet& other) { addPair(*w.facet, other, w.place, limit_, account_); });
+    if (!isWalked) addByBox(w);
+  }
+
+  // Of ordinary triangles whose boxes meet every second or third pair does too, of equal grids that stand askew every
+  // sixteenth, of slivers around a centre one in thousands.
+  bool areBoxesInVain() const {
+    constexpr std::size_t kFewestTried = 1u << 18;
+    constexpr std::size_t kMostInVain = 32;
+    return tried_ > kFewestTried + reference_.all().size() && met_ < tried_ / kMostInVain;
+  }
+
+  const CEType& tin_;
   const Facets& reference_;
   const Limit& limit_;
   Account& account_;
   std::vector<Waiting> waiting_;
   std::vector<Found> found_;
+  std::size_t tried_ = 0;  // pairs whose boxes meet
+  std::size_t met_ = 0;    // those of them that were not apart
+  std::optional<Walkable> walkable_;
 };
 
 void addAgainstLevel(const Facet& facet, double level, const Limit& limit, Account& account) {
@@ -300,7 +354,7 @@ FillCutResult* CEType::getFillCutExact(CEType* reference, double* coverage) {
   Account account;
   const Limit limit(rangeList_);
   const Facets others(*reference);
-  Overlay overlay(others, limit, account);
+  Overlay overlay(*reference, others, limit, account);
   const Facets own(*this);
   for (const Facet& facet : own.all()) overlay.add(facet);
   overlay.finish();

@@ -64,6 +64,9 @@ class Facets {
   // Neighbours in plan stand close together.
   const std::vector<Facet>& all() const { return facets_; }
 
+  // The triangle of every facet.
+  const std::vector<Number>& numbers() const { return tree_.order(); }
+
   // Calls visit(facet) for every facet whose box meets `box`, and for few others.
   template <typename Visit>
   void visit(const Box& box, Visit visitFacet) const {

@@ -12,6 +12,7 @@
 #include <OrvikDTMAlgorithm/tin/HullRing.h>
 #include <OrvikDTMAlgorithm/tin/Mesh.h>
 #include <OrvikDTMAlgorithm/tin/Orientation.h>
+#include <OrvikDTMAlgorithm/tin/SideTree.h>
 
 inline namespace OrvikDTM {
 
@@ -61,6 +62,9 @@ class FlatTIN {
   // Whether a point strictly inside a triangle is known to lie in no other one: then a location of it that does not
   // start from a given triangle names that triangle, wherever it starts.
   bool coversOnce() const;
+
+  // Whether that is known of a network whose outline is convex.
+  bool coversConvexOnce() const;
 
   // Whether the area test accepts (x, y) in the triangle.
   bool acceptsByArea(int tri, double x, double y) const { return exists(tri) && acceptsAt(slotOf(tri), {x, y}); }
@@ -173,6 +177,8 @@ class FlatTIN {
   int beyondFlat(int slot, const Position& p) const;
   bool isNear(int slot, const Position& p) const;
   int fromStart(const Position& p) const;
+  int fromSides(const Position& p) const;
+  bool isCrowded() const;
 
   // The place of a triangle in the order of a scan.
   struct ScanOrder;
@@ -182,6 +188,7 @@ class FlatTIN {
 
   const Index& index() const;
   const Starts& starts() const;
+  const SideTree& sides() const;
 
   std::vector<Number> slots_;
   std::vector<Record> records_;
@@ -197,6 +204,10 @@ class FlatTIN {
   // Made when they are first needed.
   mutable std::unique_ptr<const Index> index_;
   mutable std::unique_ptr<const Starts> starts_;
+  mutable std::unique_ptr<const SideTree> sides_;
+
+  // How many triangles have been tested, beyond the few that a query is worth, because their boxes hold a point.
+  mutable std::size_t testedInVain_ = 0;
 };
 
 }  // namespace detail

@@ -1,4 +1,4 @@
-// What a FlatTIN looks triangles up by: their boxes, and a triangle near any place.
+// What a FlatTIN looks triangles up by: their boxes, a triangle near any place, and their sides.
 #include <algorithm>
 #include <cmath>
 
@@ -9,6 +9,8 @@ inline namespace OrvikDTM {
 namespace detail {
 
 namespace {
+
+constexpr int kEdgesOfTriangle = 3;
 
 // Triangles whose area test reaches farther than this part of their extent are kept apart, lest the search for those
 // that hold a point meet them everywhere.
@@ -94,6 +96,45 @@ const FlatTIN::Starts& FlatTIN::starts() const {
   fillGaps(made->grid, made->slots);
   starts_ = std::move(made);
   return *starts_;
+}
+
+// Every side once; its number tells a triangle that has it, and which of its edges it is.
+const SideTree& FlatTIN::sides() const {
+  if (sides_ != nullptr) return *sides_;
+  std::vector<NumberedSide> sides;
+  for (int slot = 1; slot <= triangleCount(); ++slot) {
+    for (int which = 0; which < kEdgesOfTriangle; ++which) {
+      const OddEdge edge = edgeAt(slot, which);
+      if (edge.next == 0 || slot < edge.next) {
+        sides.push_back({edge.start, edge.end, static_cast<Number>(slot * kEdgesOfTriangle + which)});
+      }
+    }
+  }
+  sides_ = std::make_unique<SideTree>(sides);
+  return *sides_;
+}
+
+// Of a network that covers each place as often as its ring goes round it: the slot of a triangle that holds p, 0 when
+// none is found. A point in a triangle has a side of it next above, which no other side comes before.
+int FlatTIN::fromSides(const Position& p) const {
+  int found = 0;
+  sides().visitChains(p.x, [&](const SideTree::Chain& chain) {
+    const std::size_t above = found == 0 ? chain.countBelow(p) : chain.size();
+    if (above == chain.size()) return;
+    const auto number = static_cast<int>(chain[above].number);
+    const int slot = number / kEdgesOfTriangle;
+    const int next = edgeAt(slot, number % kEdgesOfTriangle).next;
+    for (const int candidate : {slot, next}) {
+      if (candidate != 0 && holdsAt(candidate, p)) found = candidate;
+    }
+  });
+  return found;
+}
+
+// Whether boxes tell triangles apart so badly, as they do the slivers of a fan, that to sort the sides has paid.
+bool FlatTIN::isCrowded() const {
+  constexpr std::size_t kTestsPerTriangle = 8;
+  return testedInVain_ > kTestsPerTriangle * records_.size();
 }
 
 }  // namespace detail

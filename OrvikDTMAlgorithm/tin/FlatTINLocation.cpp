@@ -233,13 +233,17 @@ int FlatTIN::fromStart(const Position& p) const {
 }
 
 FlatTIN::Holders FlatTIN::holdersOf(const Position& p, const ScanOrder& order) const {
+  constexpr std::size_t kTestsWorthAQuery = 64;
   Holders result;
+  std::size_t tested = 0;
   index().boxes.visit({p.x, p.y, p.x, p.y}, [&](Number number) {
     const auto slot = static_cast<int>(number);
+    ++tested;
     if (!holdsAt(slot, p)) return;
     ++result.count;
     if (result.first == 0 || order.placeOf(numberOf(slot)) < order.placeOf(numberOf(result.first))) result.first = slot;
   });
+  if (tested > kTestsWorthAQuery) testedInVain_ += tested;
   return result;
 }
 
@@ -250,7 +254,7 @@ FlatTIN::Holders FlatTIN::holdersOf(const Position& p) const {
   const HullRing::Place place = hullCells_.placeOf(*hull_, p);
   if (place == HullRing::Place{false, 0}) return {};
   if (place == HullRing::Place{false, 1}) {
-    const int found = fromStart(p);
+    const int found = isCrowded() ? fromSides(p) : fromStart(p);
     if (found != 0) return {found, holdsStrictlyAt(found, p) ? 1 : 2};
   }
   return holdersOf(p, anyOrder);
@@ -291,6 +295,26 @@ bool FlatTIN::coversOnce() const {
     previous = &vertex;
   }
   return rounds == 1;
+}
+
+// A ring that never turns right, nor back, goes round once when it turns upwards once.
+bool FlatTIN::coversConvexOnce() const {
+  if (!covers_) return false;
+  const auto runsUpwards = [](const Position& from, const Position& to) {
+    return to.y > from.y || (to.y == from.y && to.x > from.x);
+  };
+  const std::vector<Position>& ring = hull_->vertices();
+  int turnsUpwards = 0;
+  for (std::size_t i = 0; i < ring.size(); ++i) {
+    const Position& before = ring[i == 0 ? ring.size() - 1 : i - 1];
+    const Position& behind = ring[i + 1 == ring.size() ? 0 : i + 1];
+    const int turn = orientation(before, ring[i], behind);
+    const bool ranUpwards = runsUpwards(before, ring[i]);
+    const bool goesUpwards = runsUpwards(ring[i], behind);
+    if (turn < 0 || (turn == 0 && ranUpwards != goesUpwards)) return false;
+    if (!ranUpwards && goesUpwards) ++turnsUpwards;
+  }
+  return turnsUpwards == 1;
 }
 
 // ---- the three queries

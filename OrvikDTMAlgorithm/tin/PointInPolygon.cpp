@@ -7,13 +7,6 @@
 
 inline namespace OrvikDTM {
 
-namespace {
-
-// How far above or below a side, in y, a point still counts as lying on it, in coordinate units.
-constexpr double kOnSide = 2e-10;
-
-}  // namespace
-
 namespace detail {
 
 bool isNearSide(const Position& p, const Position& a, const Position& b) {

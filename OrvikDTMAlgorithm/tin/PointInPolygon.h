@@ -7,6 +7,9 @@
 inline namespace OrvikDTM {
 namespace detail {
 
+// How far above or below a side, in y, a point still counts as lying on it, in coordinate units.
+inline constexpr double kOnSide = 2e-10;
+
 // Whether p lies strictly between the ends of a sloping side in x, and within a tolerance of it in y.
 bool isNearSide(const Position& p, const Position& a, const Position& b);
 

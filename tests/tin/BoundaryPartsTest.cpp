@@ -1,7 +1,11 @@
 // A polygon cut into trapezoids: every point lies in as many parts as it should, for simple and self-crossing polygons.
+#include <algorithm>
+#include <bit>
 #include <cmath>
 #include <memory>
 #include <numbers>
+#include <utility>
+#include <vector>
 
 #include <OrvikDTMAlgorithm/tin/BoundaryParts.h>
 #include <OrvikDTMAlgorithm/tin/Orientation.h>
@@ -15,6 +19,7 @@ namespace {
 
 using detail::BoundaryPart;
 using detail::BoundaryParts;
+using detail::BoundarySide;
 using detail::Box;
 using detail::ConvexPiece;
 using detail::Position;
@@ -117,25 +122,113 @@ TEST(BoundaryParts, AllCrossingsInOneBandCountEvenOdd) {
   expectEvenOdd(polygon, 0, 0, 1000, 9);
 }
 
-TEST(BoundaryParts, CombOfThousandsOfTeethHasAPartForEach) {
-  OwnedPoints polygon;
-  constexpr int kTeeth = 2000;
-  for (int i = 0; i < kTeeth; ++i) {
-    polygon.add(i, 0, 0);
-    polygon.add(i + 0.5, 100 + (i * 7919) % 1000 * 0.01, 0);
-  }
-  polygon.add(kTeeth, 0, 0);
-  polygon.add(kTeeth, -10, 0);
-  polygon.add(0, -10, 0);
-  std::vector<detail::BoundarySide> sides;
+std::vector<BoundarySide> sidesOf(const OwnedPoints& polygon) {
+  std::vector<BoundarySide> sides;
   for (std::size_t i = 0; i < polygon.size(); ++i) {
     const TPoint* a = polygon[i];
     const TPoint* b = polygon[(i + 1) % polygon.size()];
     if (a->getY() > b->getY()) std::swap(a, b);
     sides.push_back({{a->getX(), a->getY()}, {b->getX(), b->getY()}});
   }
-  EXPECT_EQ(detail::partsOf(sides).size(), static_cast<std::size_t>(kTeeth) + 1);
+  return sides;
+}
+
+// Teeth on a base, with tips at a hundred northings and more.
+OwnedPoints comb(int teeth, double x0, double y0) {
+  OwnedPoints polygon;
+  for (int i = 0; i < teeth; ++i) {
+    polygon.add(x0 + i, y0, 0);
+    polygon.add(x0 + i + 0.5, y0 + 100 + (i * 7919) % 100000 * 0.0001, 0);
+  }
+  polygon.add(x0 + teeth, y0, 0);
+  polygon.add(x0 + teeth, y0 - 10, 0);
+  polygon.add(x0, y0 - 10, 0);
+  return polygon;
+}
+
+TEST(BoundaryParts, CombOfThousandsOfTeethHasAPartForEach) {
+  constexpr int kTeeth = 2000;
+  const OwnedPoints polygon = comb(kTeeth, 0, 0);
+  EXPECT_EQ(detail::partsOf(sidesOf(polygon)).size(), static_cast<std::size_t>(kTeeth) + 1);
   expectEvenOdd(polygon, 0, -10, 120, 10);
+}
+
+// Between two northings of corners, sides of a simple polygon that are sorted anew bound what the parts there say.
+void expectThePartsOfEveryBand(const OwnedPoints& polygon) {
+  const std::vector<BoundarySide> sides = sidesOf(polygon);
+  const std::vector<BoundaryPart> parts = detail::partsOf(sides);
+  std::vector<double> levels;
+  for (std::size_t i = 0; i < polygon.size(); ++i) levels.push_back(polygon[i]->getY());
+  std::sort(levels.begin(), levels.end());
+  levels.erase(std::unique(levels.begin(), levels.end()), levels.end());
+  for (std::size_t band = 0; band + 1 < levels.size(); ++band) {
+    const double middle = levels[band] + (levels[band + 1] - levels[band]) / 2;
+    std::vector<std::pair<double, detail::Number>> order;
+    for (detail::Number i = 0; i < sides.size(); ++i) {
+      if (sides[i].start.y < middle && middle < sides[i].end.y) order.emplace_back(sides[i].xAt(middle), i);
+    }
+    std::sort(order.begin(), order.end());
+    std::vector<std::pair<detail::Number, detail::Number>> expected;
+    for (std::size_t i = 0; i + 1 < order.size(); i += 2) expected.emplace_back(order[i].second, order[i + 1].second);
+    std::vector<std::pair<detail::Number, detail::Number>> found;
+    for (const BoundaryPart& part : parts) {
+      if (part.low < middle && middle < part.high) found.emplace_back(part.left, part.right);
+    }
+    std::sort(expected.begin(), expected.end());
+    std::sort(found.begin(), found.end());
+    ASSERT_EQ(found, expected) << "at " << middle;
+  }
+}
+
+// Out along a lower chain of steps and spikes and back along an upper one; sides along parallels change what is
+// inside far to the east of them.
+OwnedPoints ragged(std::uint64_t seed, int corners, double x0, double y0) {
+  inputs::Random random(seed);
+  OwnedPoints polygon;
+  for (int i = 0; i < corners; ++i) {
+    polygon.add(x0 + i, y0 + static_cast<double>(random.between(0, 40)), 0);
+    if (random.between(0, 1) == 1) polygon.add(x0 + i + 0.75, polygon[polygon.size() - 1]->getY(), 0);
+  }
+  for (int i = corners; i-- > 0;) polygon.add(x0 + i + 0.5, y0 + 41 + static_cast<double>(random.between(0, 40)), 0);
+  return polygon;
+}
+
+// A ring whose corners lie now near to its centre and now far from it.
+OwnedPoints spikes(std::uint64_t seed, int corners, double x0, double y0) {
+  inputs::Random random(seed);
+  OwnedPoints polygon;
+  for (int i = 0; i < corners; ++i) {
+    const double angle = 2 * std::numbers::pi * i / corners;
+    const double radius = 100 + 400 * random.unit();
+    polygon.add(x0 + radius * std::cos(angle), y0 + radius * std::sin(angle), 0);
+  }
+  return polygon;
+}
+
+TEST(BoundaryParts, SimplePolygonsHaveThePartsOfEveryBand) {
+  for (const double x0 : {0.0, 38500000.0}) {
+    expectThePartsOfEveryBand(comb(150, x0, 3400000));
+    for (std::uint64_t seed = 1; seed <= 20; ++seed) {
+      SCOPED_TRACE(seed);
+      expectThePartsOfEveryBand(ragged(seed, 5 * static_cast<int>(seed), x0, 0));
+      expectThePartsOfEveryBand(spikes(seed, 10 * static_cast<int>(seed), x0, 0));
+    }
+  }
+}
+
+// A side is looked at in a few ranges of bands for every doubling of their number, not in every band.
+TEST(BoundaryParts, TheWorkOnACombGrowsLittleFasterThanItsTeeth) {
+  std::size_t before = 0;
+  for (const int teeth : {1000, 4000, 16000}) {
+    const std::vector<BoundarySide> sides = sidesOf(comb(teeth, 0, 0));
+    std::size_t work = 0;
+    EXPECT_EQ(detail::partsOf(sides, &work).size(), static_cast<std::size_t>(teeth) + 1);
+    EXPECT_LT(work, 5 * sides.size() * static_cast<std::size_t>(std::bit_width(sides.size())));
+    if (before != 0) {
+      EXPECT_LT(work, 6 * before);
+    }
+    before = work;
+  }
 }
 
 }  // namespace

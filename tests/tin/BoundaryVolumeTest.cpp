@@ -1,5 +1,6 @@
 // Volumes within a boundary polygon, against a level and against a second surface, compared with the exact integral
 // over the polygon, which is known where the surface is a plane.
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
@@ -18,25 +19,16 @@
 
 #include "Inputs.h"
 #include "TINSupport.h"
+#include "VolumeSupport.h"
 
 namespace {
 
 using inputs::Positions;
 using support::OwnedPoints;
+using support::Polygon;
+using support::setBoundary;
 
-using Vertex = std::array<double, 2>;
-using Polygon = std::vector<Vertex>;
-
-void setBoundary(CEType& tin, const Polygon& polygon) {
-  std::vector<RangePoint> points(polygon.size());
-  std::vector<RangePoint*> pointers;
-  for (std::size_t i = 0; i < polygon.size(); ++i) {
-    points[i].e = polygon[i][0];
-    points[i].n = polygon[i][1];
-    pointers.push_back(&points[i]);
-  }
-  tin.setRangeList(pointers);
-}
+using Vertex = Polygon::value_type;
 
 // The site: 40 x 40 units on the plane z = 10 + x / 10 - y / 20, relative to its corner.
 constexpr int kSide = 40;
@@ -372,8 +364,66 @@ TEST(PolygonIndex, AnswersAsThePlainTestDoesOnWhatNoSurveyHas) {
   }
 }
 
-// Teeth along x: every side reaches over the whole polygon, and must not be copied into every slab.
-TEST(PolygonIndex, CombsAndLongRingsAreAnsweredRightly) {
+// Points all over a polygon's box, on its corners, and on its sides and close to them.
+std::vector<TPoint> pointsAround(const OwnedPoints& polygon, std::uint64_t seed) {
+  inputs::Random random(seed);
+  double minX = polygon[0]->getX(), maxX = minX, minY = polygon[0]->getY(), maxY = minY;
+  for (std::size_t i = 0; i < polygon.size(); ++i) {
+    minX = std::min(minX, polygon[i]->getX());
+    maxX = std::max(maxX, polygon[i]->getX());
+    minY = std::min(minY, polygon[i]->getY());
+    maxY = std::max(maxY, polygon[i]->getY());
+  }
+  std::vector<TPoint> asked;
+  for (int i = 0; i < 400; ++i) {
+    asked.emplace_back(minX + (maxX - minX) * (1.1 * random.unit() - 0.05),
+                       minY + (maxY - minY) * (1.1 * random.unit() - 0.05), 0);
+  }
+  for (int i = 0; i < 200; ++i) {
+    const auto at = static_cast<std::size_t>(random.between(0, static_cast<std::int64_t>(polygon.size()) - 1));
+    const TPoint& a = *polygon[at];
+    const TPoint& b = *polygon[(at + 1) % polygon.size()];
+    const double part = i % 4 == 0 ? 0.0 : random.unit();
+    const double x = a.getX() + part * (b.getX() - a.getX());
+    const double y = a.getY() + part * (b.getY() - a.getY());
+    for (const double off : {0.0, 1e-10, -1e-10, 1.9e-10, -1.9e-10, 2.1e-10, -2.1e-10, 1e-8, -1e-8}) {
+      asked.emplace_back(x, y + off, 0);
+    }
+  }
+  return asked;
+}
+
+// Teeth that run along (dx, dy), side by side along (sx, sy), with tips at many places.
+OwnedPoints teeth(int count, double dx, double dy, double sx, double sy, double x0, double y0) {
+  OwnedPoints polygon;
+  for (int i = 0; i < count; ++i) {
+    const double length = 1 + (i * 7919) % 1000 * 0.0001;
+    polygon.add(x0 + i * sx, y0 + i * sy, 0);
+    polygon.add(x0 + (i + 0.5) * sx + length * dx, y0 + (i + 0.5) * sy + length * dy, 0);
+  }
+  polygon.add(x0 + count * sx - 0.1 * dx, y0 + count * sy - 0.1 * dy, 0);
+  polygon.add(x0 - 0.1 * dx, y0 - 0.1 * dy, 0);
+  return polygon;
+}
+
+void expectSameAnswersAround(const OwnedPoints& polygon, std::uint64_t seed) {
+  expectSameAnswers(polygon.pointers(), pointsAround(polygon, seed));
+}
+
+TEST(PolygonIndex, CombsAreAnsweredRightlyWhicheverWayTheyRun) {
+  for (const double x0 : {0.0, 38500000.0}) {
+    for (const double y0 : {0.0, 3400000.0}) {
+      expectSameAnswersAround(teeth(2000, 0, 1000, 0.5, 0, x0, y0), 1);
+      expectSameAnswersAround(teeth(2000, 1000, 0, 0, 0.5, x0, y0), 2);
+      expectSameAnswersAround(teeth(2000, 700, 700, 0.35, -0.35, x0, y0), 3);
+      expectSameAnswersAround(teeth(2000, 700, -700, 0.001, 0.001, x0, y0), 4);
+      expectSameAnswersAround(teeth(200, 1000, 1, 0, 1e-9, x0, y0), 5);  // teeth no wider than the tolerance
+    }
+  }
+}
+
+// Its teeth have ends along the y axis, and all start at the same easting.
+TEST(PolygonIndex, SquareTeethAndLongRingsAreAnsweredRightly) {
   OwnedPoints comb;
   for (int i = 0; i < 4000; ++i) {
     comb.add(i % 2 == 0 ? 0 : 1000, i, 0);
@@ -382,11 +432,49 @@ TEST(PolygonIndex, CombsAndLongRingsAreAnsweredRightly) {
   OwnedPoints ring;
   for (int i = 0; i < 5000; ++i)
     ring.add(500 + 500 * std::cos(i * 0.00125663706), 500 * std::sin(i * 0.00125663706), 0);
-  inputs::Random random(19);
-  std::vector<TPoint> asked;
-  for (int i = 0; i < 500; ++i) asked.emplace_back(1100 * random.unit() - 50, 1100 * random.unit() - 550, 0);
-  expectSameAnswers(comb.pointers(), asked);
-  expectSameAnswers(ring.pointers(), asked);
+  expectSameAnswersAround(comb, 6);
+  expectSameAnswersAround(ring, 7);
+}
+
+// A comb so narrow beside the rest of the polygon that it stands in one slab.
+TEST(PolygonIndex, ACombInACornerIsAnsweredRightly) {
+  OwnedPoints polygon = teeth(1000, 0, 10, 0.001, 0, 0, 0);
+  polygon.add(-1e6, -1e6, 0);
+  expectSameAnswersAround(polygon, 8);
+  const OwnedPoints comb = teeth(1000, 0, 10, 0.001, 0, 0, 0);
+  expectSameAnswers(polygon.pointers(), pointsAround(comb, 9));
+}
+
+// Sides that cross each other by the thousand, also all in one point.
+TEST(PolygonIndex, CrossingSidesAreCountedEvenOdd) {
+  inputs::Random random(20);
+  OwnedPoints scribble;
+  OwnedPoints lattice;
+  OwnedPoints spokes;
+  for (int i = 0; i < 1000; ++i) {
+    scribble.add(1000 * random.unit(), 1000 * random.unit(), 0);
+    lattice.add(static_cast<double>(random.between(0, 12)), static_cast<double>(random.between(0, 12)), 0);
+    const double sign = i % 2 == 0 ? 1 : -1;
+    spokes.add(500 + sign * (i % 4 < 2 ? 1 : -1) * (500 - i / 2), 500 + sign * 320, 0);
+  }
+  expectSameAnswersAround(scribble, 10);
+  expectSameAnswersAround(lattice, 11);
+  expectSameAnswersAround(spokes, 12);
+}
+
+// Beside a side too narrow to divide by its width, and far beyond all of them.
+TEST(PolygonIndex, ExtremeCombsAreAnsweredRightly) {
+  OwnedPoints narrow = teeth(200, 1000, 1e-3, 0, 1e-3, 0, 0);
+  narrow.add(0, -1, 0);
+  narrow.add(1e-200, -1.5, 0);
+  expectSameAnswersAround(narrow, 13);
+  const OwnedPoints comb = teeth(200, 1000, 1, 0, 0.5, 0, 0);
+  std::vector<TPoint> far;
+  for (const double y : {1e76, -1e76, 1e308, -1e308, std::numeric_limits<double>::infinity(),
+                         -std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
+    for (const double x : {-100.0, 0.0, 500.0, 1000.0, 2000.0}) far.emplace_back(x, y, 0);
+  }
+  expectSameAnswers(comb.pointers(), far);
 }
 
 }  // namespace

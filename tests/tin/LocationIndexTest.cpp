@@ -6,6 +6,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <numbers>
 #include <string>
 
 #include <OrvikDTMAlgorithm/tin/CEType.h>
@@ -195,6 +196,26 @@ TEST(LocationIndex, NamesTheTriangleOfTheSlowWayInAFan) {
 
 std::unique_ptr<CEType> import(const OwnedPoints& points, const Faces& faces) {
   return std::unique_ptr<CEType>(CEType::initCETypeFromFaces(points.pointers(), faces));
+}
+
+// Slivers around a centre: boxes do not tell them apart, and queries go over to their sides after a while.
+TEST(LocationIndex, NamesTheTriangleOfTheSlowWayAmongSlivers) {
+  constexpr int kSpokes = 1200;
+  constexpr double kFans[][2] = {{0, 100}, {38500000, 70}};  // where they are, and how far every second spoke reaches
+  for (const auto& [x0, inner] : kFans) {
+    OwnedPoints points;
+    Faces faces;
+    points.add(x0, 0, 9);
+    for (int i = 0; i < kSpokes; ++i) {
+      const double angle = 2 * std::numbers::pi * i / kSpokes;
+      const double radius = i % 2 == 0 ? 100 : inner;
+      points.add(x0 + radius * std::cos(angle), radius * std::sin(angle), i % 5);
+      faces.push_back({0, 1 + i, 1 + (i + 1) % kSpokes});
+    }
+    expectTheTrianglesOfTheSlowWay(*import(points, faces), 6, 350);
+    expectTheTrianglesOfTheSlowWay(*support::triangulate(points), 7, 350);
+    if (HasFatalFailure()) return;
+  }
 }
 
 // Random faces over few points: overlapping, three and more on an edge, flat, none a neighbour of the next.

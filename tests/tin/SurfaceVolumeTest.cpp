@@ -22,83 +22,25 @@
 #include "Inputs.h"
 #include "LiteralComparison.h"
 #include "TINSupport.h"
+#include "VolumeSupport.h"
 
 namespace {
 
 using inputs::Positions;
+using support::fillCut;
+using support::Model;
+using support::numbersOf;
 using support::OwnedPoints;
+using support::piecesOf;
+using support::Polygon;
+using support::setBoundary;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-using Polygon = std::vector<std::array<double, 2>>;
-
-void setBoundary(CEType& tin, const Polygon& polygon) {
-  std::vector<RangePoint> points(polygon.size());
-  std::vector<RangePoint*> pointers;
-  for (std::size_t i = 0; i < polygon.size(); ++i) {
-    points[i].e = polygon[i][0];
-    points[i].n = polygon[i][1];
-    pointers.push_back(&points[i]);
-  }
-  tin.setRangeList(pointers);
-}
-
-// A network with its points, made anew for everyone who wants a fresh one.
-struct Model {
-  explicit Model(const Positions& positions) : points(positions), tin(support::triangulate(points)) {}
-
-  OwnedPoints points;
-  std::unique_ptr<CEType> tin;
-};
-
-std::unique_ptr<FillCutResult> fillCut(CEType& tin, CEType& reference) {
-  return std::unique_ptr<FillCutResult>(tin.getFillCut(&reference));
-}
-
-std::array<double, 10> numbersOf(const FillCutResult& r) {
-  return {RecordLayout::fillPerimeterTwoD(r),
-          RecordLayout::fillPerimeterThreeD(r),
-          RecordLayout::cutPerimeterTwoD(r),
-          RecordLayout::cutPerimeterThreeD(r),
-          r.getFillTwoDArea(),
-          r.getFillThreeDArea(),
-          r.getCutTwoDArea(),
-          r.getCutThreeDArea(),
-          r.getFillVolume(),
-          r.getCutVolume()};
-}
-
-literal::Corner cornerOf(const TPoint* p) { return {p->getX(), p->getY(), p->getZ()}; }
-
-std::vector<literal::ComparedPiece> piecesOf(CEType& tin) {
-  std::vector<literal::ComparedPiece> pieces;
-  for (const auto& t : tin.getTriangle3List()) {
-    pieces.push_back({cornerOf(t->getP1()), cornerOf(t->getP2()), cornerOf(t->getP3()), t->getStatus()});
-  }
-  return pieces;
-}
-
-// Runs both comparisons on fresh networks; every bit must agree. Returns the slow one's result.
 literal::Comparison expectSame(const Positions& own, const Positions& reference, const Polygon& boundary = {}) {
-  Model ours(own);
-  Model oursReference(reference);
-  Model slow(own);
-  Model slowReference(reference);
-  setBoundary(*ours.tin, boundary);
-  setBoundary(*slow.tin, boundary);
-  const auto result = fillCut(*ours.tin, *oursReference.tin);
-  const literal::Comparison expected = literal::compare(*slow.tin, *slowReference.tin);
-  EXPECT_EQ(numbersOf(*result), expected.numbers);
-  EXPECT_TRUE(piecesOf(*ours.tin) == expected.pieces);
-  // What was found last has moved on alike.
-  inputs::Random random(1);
-  for (int i = 0; i < 20; ++i) {
-    const auto& p = own[static_cast<std::size_t>(random.between(0, static_cast<std::int64_t>(own.size()) - 1))];
-    EXPECT_EQ(ours.tin->locateTri(p[0], p[1]), slow.tin->locateTri(p[0], p[1]));
-    EXPECT_EQ(oursReference.tin->locateTri(p[0], p[1]), slowReference.tin->locateTri(p[0], p[1]));
-  }
-  return expected;
+  return support::expectSameComparison([&own] { return Model(own); }, [&reference] { return Model(reference); },
+                                       boundary);
 }
 
 Positions moved(Positions positions, double dx, double dy, double dz) {
