@@ -1,6 +1,7 @@
 """Does every sentence of the README that can be tried hold? Its programs are built against the installed library and run, its
 command lines run, what it says a script prints is what is printed, its picture is what the program draws."""
 
+import json
 import os
 import re
 import shlex
@@ -160,6 +161,44 @@ class Links(unittest.TestCase):
         pages = "".join(page.read_text(encoding="utf-8") for page in self.PAGES)
         for script in (SOURCE / "scripts").iterdir():
             self.assertTrue(script.name in pages, f"no page speaks of {script.name}")
+
+
+class Dependencies(unittest.TestCase):
+    """The list of dependencies against what the build asks for."""
+
+    CALLED = {"GTest": "GoogleTest", "PkgConfig": "pkg-config", "Python3": "Python", "Threads": "POSIX threads",
+              "benchmark": "Google Benchmark"}
+
+    def row(self, name):
+        page = (SOURCE / "docs/dependencies.md").read_text(encoding="utf-8")
+        found = [line for line in page.splitlines() if re.match(r"\|[^|]*\b" + re.escape(name) + r"\b[^|]*\|", line)]
+        self.assertEqual(len(found), 1, name)
+        return found[0].split("|")
+
+    def test_what_cmake_looks_for_is_listed_with_its_version(self):
+        asked = set()
+        for folder in ("OrvikDTMAlgorithm", "host", "tests", "bench"):
+            text = (SOURCE / folder / "CMakeLists.txt").read_text(encoding="utf-8")
+            asked.update(re.findall(r"find_package\((\w+)(?: ([\d.]+))?", text))
+        self.assertGreater(len(asked), 7)
+        for name, version in asked:
+            with self.subTest(name):
+                self.assertTrue(self.row(self.CALLED.get(name, name))[2].strip().startswith(version))
+
+    def test_what_npm_fetches_is_listed_with_its_version(self):
+        asked = json.loads((SOURCE / "host/web/package.json").read_text(encoding="utf-8"))
+        for names in (asked["dependencies"], asked["devDependencies"]):
+            for name, version in names.items():
+                self.assertEqual(self.row({"three": "three.js"}.get(name, name))[2].strip(), version + ", exactly")
+
+    def test_every_licence_of_what_is_delivered_is_at_hand(self):
+        page = (SOURCE / "docs/dependencies.md").read_text(encoding="utf-8")
+        licences = (SOURCE / "docs/third-party-licences.txt").read_text(encoding="utf-8")
+        delivered = page[page.index("## Delivered"):page.index("## Used to build")]
+        names = re.findall(r"^\| \[([^\]]+)\]", delivered, re.M)
+        self.assertGreater(len(names), 3)
+        for name in names:
+            self.assertRegex(licences, r"(?m)^" + re.escape(name) + r" \(")
 
 
 if __name__ == "__main__":
