@@ -114,7 +114,7 @@ check_help() {
 # A copy, so that nothing can be found beside the sources.
 check_find_package() {
   cp -r "$source/tests/consumer/stranger" "$scratch/stranger"
-  cmake -S "$scratch/stranger" -B "$scratch/find_package" -DCMAKE_PREFIX_PATH="$root/usr" -DCMAKE_CXX_COMPILER="$compiler" \
+  cmake -G Ninja -S "$scratch/stranger" -B "$scratch/find_package" -DCMAKE_PREFIX_PATH="$root/usr" -DCMAKE_CXX_COMPILER="$compiler" \
     >"$scratch/find_package.log" || fail "find_package: $(cat "$scratch/find_package.log")"
   grep -qF "OrvikDTMAlgorithm_DIR:PATH=$root/usr/$libdir/cmake/OrvikDTMAlgorithm" "$scratch/find_package/CMakeCache.txt" ||
     fail "find_package has found another library"
