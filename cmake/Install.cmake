@@ -14,6 +14,11 @@ if(ORVIKDTM_BUILD_HOST)
 endif()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
 
+# What a C++ compiler links by itself and a C compiler does not: for programs in C with a static library.
+set(cxx_runtime ${CMAKE_CXX_IMPLICIT_LINK_LIBRARIES})
+list(FILTER cxx_runtime INCLUDE REGEX "^(stdc\\+\\+|c\\+\\+|c\\+\\+abi|m)$")
+list(REMOVE_DUPLICATES cxx_runtime)
+
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/OrvikDTMAlgorithm)
 install(EXPORT OrvikDTMAlgorithmTargets NAMESPACE OrvikDTMAlgorithm:: DESTINATION ${package_dir}
   COMPONENT development)
@@ -41,11 +46,7 @@ set(pkgconfig_libs_private "")
 if(NOT BUILD_SHARED_LIBS)
   string(APPEND pkgconfig_cflags " -DORVIKDTM_STATIC")
   set(pkgconfig_libs " -ltinyxml")
-  # What a C++ compiler links by itself and a C compiler does not: for programs in C, with pkg-config --static.
-  set(pkgconfig_libs_private ${CMAKE_CXX_IMPLICIT_LINK_LIBRARIES})
-  list(FILTER pkgconfig_libs_private INCLUDE REGEX "^(stdc\\+\\+|c\\+\\+|c\\+\\+abi|m)$")
-  list(REMOVE_DUPLICATES pkgconfig_libs_private)
-  list(TRANSFORM pkgconfig_libs_private PREPEND "-l")
+  list(TRANSFORM cxx_runtime PREPEND "-l" OUTPUT_VARIABLE pkgconfig_libs_private)
   list(JOIN pkgconfig_libs_private " " pkgconfig_libs_private)
 endif()
 configure_file(${CMAKE_CURRENT_LIST_DIR}/OrvikDTMAlgorithm.pc.in ${PROJECT_BINARY_DIR}/OrvikDTMAlgorithm.pc @ONLY)
