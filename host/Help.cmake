@@ -18,8 +18,10 @@ if(NOT CMAKE_CROSSCOMPILING OR CMAKE_CROSSCOMPILING_EMULATOR)
     COMMAND orvikdtm generate markdown > ${PROJECT_SOURCE_DIR}/docs/commands.md DEPENDS orvikdtm VERBATIM)
 
   if(ORVIKDTM_INSTALL)
-    install(FILES ${help_dir}/orvikdtm.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-    install(FILES ${help_dir}/orvikdtm DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions)
-    install(FILES ${help_dir}/_orvikdtm DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/zsh/site-functions)
+    # zsh looks there; Debian's looks in share/zsh/vendor-completions for what packages bring.
+    set(ORVIKDTM_ZSH_COMPLETIONS ${CMAKE_INSTALL_DATAROOTDIR}/zsh/site-functions CACHE STRING "Where the completion for zsh goes")
+    install(FILES ${help_dir}/orvikdtm.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
+    install(FILES ${help_dir}/orvikdtm DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions COMPONENT tool)
+    install(FILES ${help_dir}/_orvikdtm DESTINATION ${ORVIKDTM_ZSH_COMPLETIONS} COMPONENT tool)
   endif()
 endif()

@@ -21,7 +21,8 @@ file(COPY ${SOURCE}/package.json ${SOURCE}/package-lock.json ${SOURCE}/.npmrc ${
 execute_process(COMMAND ${npm} ci --ignore-scripts --no-audit --no-fund --fetch-retries=1 --fetch-timeout=30000
   WORKING_DIRECTORY ${WORK} RESULT_VARIABLE fault OUTPUT_VARIABLE log ERROR_VARIABLE log TIMEOUT ${patience})
 if(NOT fault EQUAL 0)
-  give_up("npm could not fetch the packages")
+  file(WRITE ${WORK}/npm.log "${log}")
+  give_up("npm could not fetch the packages, see ${WORK}/npm.log")
   return()
 endif()
 execute_process(COMMAND ${WORK}/node_modules/.bin/esbuild view3d.js --bundle --minify --format=iife --charset=ascii

@@ -30,6 +30,12 @@ class Help(HostTest):
         """When this fails: cmake --build --preset release --target update-command-docs."""
         self.assertEqual(self.generate("markdown"), DOCUMENTATION.read_text(encoding="utf-8"))
 
+    def test_the_documentation_is_what_help_prints(self):
+        pages = re.findall(r"```\n(.*?)\n```", self.generate("markdown"), re.DOTALL)
+        expected = [self.run_host(*words, "--help").stdout.strip("\n")
+                    for words in [(), *((command,) for command in self.commands())]]
+        self.assertEqual(pages, expected)
+
     def test_every_command_and_option_is_in_every_form(self):
         man, bash, zsh = (self.generate(form) for form in ("man", "bash", "zsh"))
         self.assertNotIn("generate", self.commands())
