@@ -16,8 +16,14 @@ OptionWords wordsOf(const CLI::Option& option) {
   return words;
 }
 
+// What `--help` prints for it: App::help() would print that of the subcommand that is being run.
+std::string helpOf(const CLI::App& command, const std::string& parent) {
+  const std::string name = parent.empty() ? command.get_name() : parent + " " + command.get_name();
+  return command.get_formatter()->make_help(&command, name, CLI::AppFormatMode::Normal);
+}
+
 CommandWords wordsOf(const CLI::App& command, const std::string& parent) {
-  CommandWords words{command.get_name(), command.get_description(), command.get_footer(), command.help(parent), {}};
+  CommandWords words{command.get_name(), command.get_description(), command.get_footer(), helpOf(command, parent), {}};
   for (const CLI::Option* const option : command.get_options({})) words.options.push_back(wordsOf(*option));
   return words;
 }
