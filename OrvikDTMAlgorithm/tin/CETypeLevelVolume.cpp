@@ -1,5 +1,6 @@
 // Fill and cut against a design level.
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <memory>
 
@@ -94,6 +95,21 @@ Areas areasOf(const Lengths& a, const Lengths& b, const Lengths& c) {
   return {areas[0], areas[1]};
 }
 
+struct Sides {
+  const Lengths& a;
+  const Lengths& b;
+  const Lengths& c;
+};
+
+// Of two triangles in plan, side by side likewise.
+std::array<double, 2> planAreasOf(const Sides& first, const Sides& second) {
+  const std::array<double, 2> products = {detail::heronProduct(first.a.of[0], first.b.of[0], first.c.of[0]),
+                                          detail::heronProduct(second.a.of[0], second.b.of[0], second.c.of[0])};
+  std::array<double, 2> areas;
+  for (std::size_t i = 0; i < areas.size(); ++i) areas[i] = std::sqrt(std::fabs(products[i]));
+  return areas;
+}
+
 Areas areasOfEdges(const TEdge& a, const TEdge& b, const TEdge& c) {
   const auto lengths = [](const TEdge& e) { return lengthsOf(*e.getStartPoint(), *e.getEndPoint()); };
   return areasOf(lengths(a), lengths(b), lengths(c));
@@ -108,12 +124,22 @@ void addSplit(double level, const Split& s, FillAndCut& sums) {
   const double dA = std::fabs(s.a->getZ() - level);
   const double dB = std::fabs(s.b->getZ() - level);
   const double dL = std::fabs(s.lone->getZ() - level);
-  const double loneArea = detail::planArea(*s.lone, s.onA, s.onB);
-  sums.on(s.loneStatus).add(loneArea, detail::spatialArea(*s.lone, s.onA, s.onB), loneArea * dL / 3);
+  // Five triangles share eight sides; a length is the same from either end, to the last bit.
+  const Lengths loneA = lengthsOf(*s.lone, s.onA);
+  const Lengths loneB = lengthsOf(*s.lone, s.onB);
+  const Lengths across = lengthsOf(s.onA, s.onB);
+  const Lengths ab = lengthsOf(*s.a, *s.b);
+  const Lengths aOnA = lengthsOf(*s.a, s.onA);
+  const Lengths aOnB = lengthsOf(*s.a, s.onB);
+  const Lengths bOnA = lengthsOf(*s.b, s.onA);
+  const Lengths bOnB = lengthsOf(*s.b, s.onB);
+  const Areas lone = areasOf(loneA, across, loneB);
+  const Areas atB = areasOf(bOnA, across, bOnB);
+  const Areas atA = areasOf(ab, bOnA, aOnA);
+  const auto [towardsB, towardsA] = planAreasOf({ab, bOnB, aOnB}, {aOnA, across, aOnB});
+  sums.on(s.loneStatus).add(lone.plan, lone.spatial, lone.plan * dL / 3);
   sums.on(-s.loneStatus)
-      .add(detail::planArea(*s.b, s.onA, s.onB) + detail::planArea(*s.a, *s.b, s.onA),
-           detail::spatialArea(*s.a, *s.b, s.onA) + detail::spatialArea(*s.b, s.onA, s.onB),
-           detail::planArea(*s.a, *s.b, s.onB) * (dA + dB) / 3 + detail::planArea(*s.a, s.onA, s.onB) * dA / 3);
+      .add(atB.plan + atA.plan, atA.spatial + atB.spatial, towardsB * (dA + dB) / 3 + towardsA * dA / 3);
 }
 
 // Where a triangle lies against the level. One in the level itself is fill, without volume.
