@@ -99,8 +99,10 @@ def load():
 
     def set_call_back(*callbacks):
         """As the library's, with None for those that are not wanted; trailing ones may be left out."""
+        if len(callbacks) > len(CALLBACKS):
+            raise TypeError(f"setCallBack takes {len(CALLBACKS)} callbacks, not {len(callbacks)}")
         given = callbacks + (None,) * (len(CALLBACKS) - len(callbacks))
-        return register(*(kind() if one is None else one for kind, one in zip(CALLBACKS, given, strict=True)))
+        return register(*(kind() if one is None else one for kind, one in zip(CALLBACKS, given)))
 
     library.setCallBack = set_call_back
     return library

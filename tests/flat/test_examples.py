@@ -158,7 +158,7 @@ class Binding(unittest.TestCase):
         dtm.releaseDTMSurface(0)
 
     def test_too_many_callbacks_are_refused(self):
-        with self.assertRaises(ValueError):
+        with self.assertRaises(TypeError):
             orvikdtm.load().setCallBack(None, None, None, None, None)
 
     def test_a_library_that_is_not_there(self):
