@@ -131,6 +131,7 @@ std::string faultOf(const Boundary& boundary) {
   if (polygon.size() < kVerticesOfAPolygon) {
     return "has " + countText(polygon.size()) + ": a boundary needs at least three";
   }
+  if (isOnOneLine(polygon)) return "encloses nothing: all its vertices lie on one line";
   for (std::size_t i = 1; i < polygon.size(); ++i) {
     if (polygon[i] != polygon[i - 1]) continue;
     return "vertex " + std::to_string(i + 1) + " is at the place of the one before it: " + placeText(polygon[i]);
@@ -145,7 +146,10 @@ std::string faultOf(const Boundary& boundary) {
 Boundary readFitBoundary(const std::string& path) {
   Boundary boundary = readBoundary(path);
   const std::string fault = faultOf(boundary);
-  if (boundary.polygon().size() < kVerticesOfAPolygon) throw console::Failure(shownPath(path) + ": " + fault);
+  const Polygon polygon = boundary.polygon();
+  if (polygon.size() < kVerticesOfAPolygon || isOnOneLine(polygon)) {
+    throw console::Failure(shownPath(path) + ": the boundary " + fault);
+  }
   if (!fault.empty()) console::warn(shownPath(path) + ": the boundary " + fault);
   return boundary;
 }

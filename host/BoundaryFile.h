@@ -25,7 +25,7 @@ Boundary readBoundary(const std::string& path);
 // What is wrong with the polygon of a boundary; empty when nothing is.
 std::string faultOf(const Boundary& boundary);
 
-// The boundary in the file, fit to measure within: a Failure for fewer than three vertices, a warning for other faults.
+// The boundary in the file, fit to measure within: a Failure when it encloses nothing, a warning for other faults.
 Boundary readFitBoundary(const std::string& path);
 
 // Limits what is measured on `surface` to the boundary in the file at a path as typed, and warns of vertices that lie

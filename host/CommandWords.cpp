@@ -16,7 +16,7 @@ OptionWords wordsOf(const CLI::Option& option) {
   return words;
 }
 
-// What --help prints. CLI::App::help() would print that of the command that is being run.
+// What `--help` prints for it: App::help() would print that of the subcommand that is being run.
 std::string helpOf(const CLI::App& command, const std::string& parent) {
   const std::string name = parent.empty() ? command.get_name() : parent + " " + command.get_name();
   return command.get_formatter()->make_help(&command, name, CLI::AppFormatMode::Normal);

@@ -134,6 +134,8 @@ std::string zshCompletion(const ProgramWords& words) {
   return "#compdef orvikdtm\n"
          "# Completion of orvikdtm for zsh.\n"
          "_orvikdtm() {\n"
+         "  local context state line\n"
+         "  local -A opt_args\n"
          "  local -a commands\n"
          "  commands=(\n" +
          list +

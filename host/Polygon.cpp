@@ -84,6 +84,12 @@ Polygon opened(Polygon polygon) {
   return polygon;
 }
 
+bool isOnOneLine(const Polygon& polygon) {
+  const auto start = polygon.begin();
+  const auto end = std::find_if(start, polygon.end(), [&](const PlanPoint& p) { return p != *start; });
+  return std::all_of(end, polygon.end(), [&](const PlanPoint& p) { return side(*start, *end, p) == 0; });
+}
+
 double signedArea(const Polygon& polygon) {
   double doubled = 0.0;
   for (std::size_t i = 0; i < polygon.size(); ++i) {

@@ -16,6 +16,9 @@ using Polygon = std::vector<PlanPoint>;
 // The same polygon without a last vertex that repeats the first one.
 Polygon opened(Polygon polygon);
 
+// Whether all vertices lie on one straight line or in one place, so that nothing is enclosed.
+bool isOnOneLine(const Polygon& polygon);
+
 // The area enclosed, positive when the polygon runs counter-clockwise, and the length of its sides.
 double signedArea(const Polygon& polygon);
 double perimeter(const Polygon& polygon);

@@ -43,6 +43,7 @@ bool TextLines::readMore() {
   buffer_.swap(left);
   rest_ = buffer_;
   requireText(rest_.substr(kept));
+  returns_ = rest_.find('\r') != std::string_view::npos;
   read_ += static_cast<double>(read);
   return read > 0;
 }
@@ -53,12 +54,15 @@ bool TextLines::next() {
   if (rest_.empty()) return false;
   line_ = rest_.substr(0, end);
   rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + 1);
-  while (!line_.empty() && line_.back() == '\r') line_.remove_suffix(1);
   ++number_;
-  if (line_.find('\r') != std::string_view::npos) {
-    fail("a carriage return alone ends no line: save the file with line feeds");
-  }
+  if (returns_) dropReturns();
   return true;
+}
+
+void TextLines::dropReturns() {
+  while (!line_.empty() && line_.back() == '\r') line_.remove_suffix(1);
+  if (line_.find('\r') == std::string_view::npos) return;
+  fail("a carriage return alone ends no line: save the file with line feeds");
 }
 
 double TextLines::done() const { return size_ > 0.0 ? (read_ - static_cast<double>(rest_.size())) / size_ : 1.0; }

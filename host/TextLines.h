@@ -44,6 +44,7 @@ class TextLines {
 
  private:
   bool readMore();
+  void dropReturns();
   void requireText(std::string_view read) const;
 
   std::string path_;
@@ -51,6 +52,7 @@ class TextLines {
   double size_ = 0.0;
   double read_ = 0.0;      // bytes that have been in the buffer
   std::string buffer_;     // a part of the file: it stays small enough for the processor's cache
+  bool returns_ = false;   // whether there are carriage returns in the buffer
   std::string_view rest_;  // of the buffer, behind the present line
   std::string_view line_;
   int number_ = 0;

@@ -4,6 +4,7 @@
 #include <OrvikDTMAlgorithm/api/FileKind.h>
 #include <OrvikDTMAlgorithm/api/FlatGuard.h>
 #include <OrvikDTMAlgorithm/io/DTMFileOperation.h>
+#include <OrvikDTMAlgorithm/report/VolumeReport.h>
 #include <OrvikDTMAlgorithm/surface/SurfacePtr.h>
 
 inline namespace OrvikDTM {
@@ -67,9 +68,9 @@ int exportVolumeReport2(const char* path, const char* refPath, bool useRange, in
     const SurfacePtr reference = surfaceIn(refPath);
     const ResultPtr result = againstSurface(surface, reference, useRange);
     if (result == nullptr) return 0;
-    const char* refName = reference->getSurfaceName();
-    return DTMFileOperation().exportVolumeReport(result.get(), surface.get(), kind, refName, labels, reportPath) ? 1
-                                                                                                                 : 0;
+    const std::string refName = detail::referenceName(*reference, kind);
+    DTMFileOperation files;
+    return files.exportVolumeReport(result.get(), surface.get(), kind, refName.c_str(), labels, reportPath) ? 1 : 0;
   });
 }
 

@@ -244,7 +244,8 @@ ORVIKDTM_API void freeFillCutResult(FillCutResult* result);
 /* Computes as getFillCut does and writes a report to reportPath: kind 0 is a page of HTML in UTF-8, 1 a text. `labels`
    are all its words, twelve texts separated by commas: title, surface name, level, volumes, cut volume, fill volume, 2D
    area, 3D area, 2D perimeter, 3D perimeter, cut areas, fill areas; absent ones are empty. 0 for another kind, when
-   there is no result, and when the file cannot be opened. */
+   there is no result, and when the file cannot be opened. The page is UTF-8 throughout, names and infinities included;
+   the text holds names in their own bytes and the infinity sign in GBK. */
 ORVIKDTM_API int exportVolumeReport(const char* path, double elevation, bool useRange, int kind, const char* labels,
                                     const char* reportPath);
 

@@ -45,9 +45,10 @@ class ORVIKDTM_API DTMFileOperation {
   // Writes a volume report of `result` on `surface`, measured against a level or against the surface named `refName`,
   // to `path`: form 0 is a page of HTML in UTF-8, form 1 a text in the bytes that it is given. `labels` holds all
   // wording, twelve texts separated by commas: title, surface name, level or reference, volumes, cut volume, fill
-  // volume, 2D area, 3D area, 2D perimeter, 3D perimeter, cut areas, fill areas; absent ones are empty. True once the
-  // file was opened for writing (a disk that is full by then is not reported); false, with nothing written, for another
-  // form or when something is null or the file cannot be opened.
+  // volume, 2D area, 3D area, 2D perimeter, 3D perimeter, cut areas, fill areas; absent ones are empty. A `refName`
+  // goes into the report as it is: for the page it is UTF-8 already. Infinities of the page are U+221E in UTF-8. True
+  // once the file was opened for writing (a disk that is full by then is not reported); false, with nothing written,
+  // for another form or when something is null or the file cannot be opened.
   bool exportVolumeReport(const FillCutResult* result, const DTMSurface* surface, int form, double elevation,
                           const char* labels, const char* path);
   bool exportVolumeReport(const FillCutResult* result, const DTMSurface* surface, int form, const char* refName,

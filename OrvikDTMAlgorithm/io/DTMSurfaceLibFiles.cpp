@@ -2,6 +2,7 @@
 #include <memory>
 
 #include <OrvikDTMAlgorithm/io/DTMFileOperation.h>
+#include <OrvikDTMAlgorithm/report/VolumeReport.h>
 #include <OrvikDTMAlgorithm/surface/DTMSurfaceLib.h>
 #include <OrvikDTMAlgorithm/surface/SurfacePtr.h>
 #include <OrvikDTMAlgorithm/surface/SurfacesOfLib.h>
@@ -33,8 +34,9 @@ int DTMSurfaceLib::exportVolumeReport(int index, unsigned int refIndex, int kind
   const auto at = static_cast<unsigned int>(index);
   const std::unique_ptr<FillCutResult> result(getFillCut(at, refIndex));
   if (result == nullptr) return 0;
-  const char* refName = getSurface(refIndex)->getSurfaceName();
-  return DTMFileOperation().exportVolumeReport(result.get(), getSurface(at), kind, refName, labels, path) ? 1 : 0;
+  const std::string refName = detail::referenceName(*getSurface(refIndex), kind);
+  DTMFileOperation files;
+  return files.exportVolumeReport(result.get(), getSurface(at), kind, refName.c_str(), labels, path) ? 1 : 0;
 }
 
 }  // namespace OrvikDTM

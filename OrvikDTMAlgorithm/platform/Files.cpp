@@ -186,7 +186,7 @@ Written writeTextFile(const char* path, const std::string& text) {
 
 bool pathExists(const char* path) {
   std::error_code ignored;
-  return path != nullptr && fs::exists(existingPath(path), ignored);
+  return path != nullptr && fs::exists(fs::symlink_status(existingPath(path), ignored));
 }
 
 bool removeFile(const char* path) {

@@ -74,8 +74,9 @@ Written writeBinaryFile(const char* path, std::size_t size, const FillFile& fill
 // The same for a text, with the platform's line breaks.
 Written writeTextFile(const char* path, const std::string& text);
 
-// Whether there is something at `path`; removing the file there (a folder is none); and the names of all that is in
-// the folder there, in the order in which the system lists them.
+// Whether there is something at `path`, be it a symbolic link to nothing; removing the file there (a folder is none; of
+// a link the link itself); and the names of all that is in the folder there, in the order in which the system lists
+// them.
 bool pathExists(const char* path);
 bool removeFile(const char* path);
 std::vector<std::string> namesInFolder(const char* path);

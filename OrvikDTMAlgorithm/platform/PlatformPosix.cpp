@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdint>
 #include <ctime>
+#include <fcntl.h>
 #include <iconv.h>
 #include <langinfo.h>
 #include <sys/mman.h>
@@ -101,7 +102,7 @@ LocalTime localTime() {
 
 std::string existingPath(const char* path) {
   std::string result = path;
-  if (access(path, F_OK) != 0) std::replace(result.begin(), result.end(), '\\', '/');
+  if (faccessat(AT_FDCWD, path, F_OK, AT_SYMLINK_NOFOLLOW) != 0) std::replace(result.begin(), result.end(), '\\', '/');
   return result;
 }
 

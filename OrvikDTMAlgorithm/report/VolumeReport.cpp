@@ -6,6 +6,7 @@
 #include <OrvikDTMAlgorithm/report/NumberText.h>
 #include <OrvikDTMAlgorithm/report/U.h>
 #include <OrvikDTMAlgorithm/report/VolumeReport.h>
+#include <OrvikDTMAlgorithm/surface/DTMSurface.h>
 
 inline namespace OrvikDTM {
 namespace detail {
@@ -39,9 +40,15 @@ void Labels::convertToUtf8() {
 
 std::string reportValue(double v) { return fixedText(roundTo(kValueDecimals, v), kValueDecimals); }
 
+std::string referenceName(const DTMSurface& reference, int form) {
+  const char* name = reference.getSurfaceName();
+  return form == kHtml ? U::ansiToUTF8(name) : name;
+}
+
 }  // namespace detail
 
 using detail::htmlReport;
+using detail::pageValue;
 using detail::reportValue;
 using detail::textReport;
 using detail::writeReport;
@@ -60,7 +67,7 @@ bool DTMFileOperation::exportVolumeReport(const FillCutResult* result, const DTM
 
 bool DTMFileOperation::exportVolumeHtmlReport(const FillCutResult* result, const DTMSurface* surface, double elevation,
                                               const char* labels, const char* path) {
-  return writeReport(result, surface, reportValue(elevation), labels, path, htmlReport);
+  return writeReport(result, surface, pageValue(elevation), labels, path, htmlReport);
 }
 
 bool DTMFileOperation::exportVolumeHtmlReport(const FillCutResult* result, const DTMSurface* surface,

@@ -57,6 +57,13 @@ struct VolumeReport {
 // infinities as by U::toString.
 std::string reportValue(double v);
 
+// The same for the page, whose infinity sign is in UTF-8 like everything else there.
+std::string pageValue(double v);
+
+// The name of the surface measured against, as the report of that form wants it: in UTF-8 for the page, in its own
+// bytes for the text.
+std::string referenceName(const DTMSurface& reference, int form);
+
 std::string textReport(const VolumeReport& report);
 std::string htmlReport(const VolumeReport& report);
 

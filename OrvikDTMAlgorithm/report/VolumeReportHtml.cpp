@@ -1,5 +1,6 @@
 // The volume report as a page of HTML in UTF-8: a title and five tables of two columns, all on a single line. Labels
 // and names go into the page as they are, so a caller may put mark-up of its own into them.
+#include <OrvikDTMAlgorithm/report/GbkText.h>
 #include <OrvikDTMAlgorithm/report/U.h>
 #include <OrvikDTMAlgorithm/report/VolumeReport.h>
 #include <OrvikDTMAlgorithm/surface/DTMSurface.h>
@@ -28,6 +29,8 @@ constexpr const char* kRowEnd = "</td></tr>";
 constexpr const char* kTableEnd = "</td></tr></table>";
 constexpr const char* kSpacer = "<br />";
 
+constexpr const char* kInfinity = "\xE2\x88\x9E";  // the infinity sign in UTF-8
+
 class HtmlPage {
  public:
   explicit HtmlPage(const Labels& labels) : labels_(labels) {
@@ -41,9 +44,9 @@ class HtmlPage {
   void startTable() { page_ += kTableStart; }
 
   void row(Label label, const std::string& value) { cells(label, value, kRowEnd); }
-  void row(Label label, double value) { row(label, reportValue(value)); }
+  void row(Label label, double value) { row(label, pageValue(value)); }
   void lastRow(Label label, const std::string& value) { cells(label, value, kTableEnd); }
-  void lastRow(Label label, double value) { lastRow(label, reportValue(value)); }
+  void lastRow(Label label, double value) { lastRow(label, pageValue(value)); }
 
   std::string finished() const { return page_ + kPageEnd; }
 
@@ -58,6 +61,8 @@ class HtmlPage {
 };
 
 }  // namespace
+
+std::string pageValue(double v) { return U::replace(reportValue(v), gbk::kInfinity, kInfinity); }
 
 std::string htmlReport(const VolumeReport& report) {
   const FillCutResult& result = report.result;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <span>
 
@@ -21,16 +22,41 @@ double prismVolume(double level, const TPoint& p1, const TPoint& p2, const TPoin
   return std::fabs(((p1.getZ() - level) + (p2.getZ() - level) + (p3.getZ() - level)) * area) / 3;
 }
 
+struct Sides {
+  const InPlanAndSpace& a;
+  const InPlanAndSpace& b;
+  const InPlanAndSpace& c;
+};
+
+// Of two triangles in plan, side by side likewise.
+std::array<double, 2> planAreasOf(const Sides& first, const Sides& second) {
+  const std::array<double, 2> products = {heronProduct(first.a.of[0], first.b.of[0], first.c.of[0]),
+                                          heronProduct(second.a.of[0], second.b.of[0], second.c.of[0])};
+  std::array<double, 2> areas;
+  for (std::size_t i = 0; i < areas.size(); ++i) areas[i] = std::sqrt(std::fabs(products[i]));
+  return areas;
+}
+
 void addSplit(double level, const Split& s, FillAndCut& sums) {
   const double dA = std::fabs(s.a->getZ() - level);
   const double dB = std::fabs(s.b->getZ() - level);
   const double dL = std::fabs(s.lone->getZ() - level);
-  const double loneArea = planArea(*s.lone, s.onA, s.onB);
-  sums.on(s.loneStatus).add(loneArea, spatialArea(*s.lone, s.onA, s.onB), loneArea * dL / 3);
+  // Five triangles share eight sides; a length is the same from either end, to the last bit.
+  const InPlanAndSpace loneA = lengthsOf(*s.lone, s.onA);
+  const InPlanAndSpace loneB = lengthsOf(*s.lone, s.onB);
+  const InPlanAndSpace across = lengthsOf(s.onA, s.onB);
+  const InPlanAndSpace ab = lengthsOf(*s.a, *s.b);
+  const InPlanAndSpace aOnA = lengthsOf(*s.a, s.onA);
+  const InPlanAndSpace aOnB = lengthsOf(*s.a, s.onB);
+  const InPlanAndSpace bOnA = lengthsOf(*s.b, s.onA);
+  const InPlanAndSpace bOnB = lengthsOf(*s.b, s.onB);
+  const InPlanAndSpace lone = areasOf(loneA, across, loneB);
+  const InPlanAndSpace atB = areasOf(bOnA, across, bOnB);
+  const InPlanAndSpace atA = areasOf(ab, bOnA, aOnA);
+  const auto [towardsB, towardsA] = planAreasOf({ab, bOnB, aOnB}, {aOnA, across, aOnB});
+  sums.on(s.loneStatus).add(lone.of[0], lone.of[1], lone.of[0] * dL / 3);
   sums.on(-s.loneStatus)
-      .add(planArea(*s.b, s.onA, s.onB) + planArea(*s.a, *s.b, s.onA),
-           spatialArea(*s.a, *s.b, s.onA) + spatialArea(*s.b, s.onA, s.onB),
-           planArea(*s.a, *s.b, s.onB) * (dA + dB) / 3 + planArea(*s.a, s.onA, s.onB) * dA / 3);
+      .add(atB.of[0] + atA.of[0], atA.of[1] + atB.of[1], towardsB * (dA + dB) / 3 + towardsA * dA / 3);
 }
 
 bool joins(const TEdge& edge, const TPoint* p, const TPoint* q) {

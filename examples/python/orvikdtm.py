@@ -72,10 +72,37 @@ FUNCTIONS = {
 }
 
 
+CALLBACKS = FUNCTIONS["setCallBack"][1:]
+
+
+def opened():
+    """The shared library; OSError, with what to do, when there is none."""
+    path = os.environ.get("ORVIKDTM_LIBRARY") or ctypes.util.find_library("OrvikDTMAlgorithm")
+    if path is None:
+        raise OSError("the library OrvikDTMAlgorithm is not installed: set ORVIKDTM_LIBRARY to the path of its file")
+    try:
+        return ctypes.CDLL(path)
+    except OSError as reason:
+        raise OSError(f"the library OrvikDTMAlgorithm cannot be loaded, see ORVIKDTM_LIBRARY: {reason}") from None
+
+
 def load():
     """The library, every function of it with its types."""
-    library = ctypes.CDLL(os.environ.get("ORVIKDTM_LIBRARY") or ctypes.util.find_library("OrvikDTMAlgorithm"))
+    library = opened()
     for name, (result, *arguments) in FUNCTIONS.items():
-        function = getattr(library, name)
+        try:
+            function = getattr(library, name)
+        except AttributeError:
+            raise OSError(f"the library has no function {name}, see ORVIKDTM_LIBRARY: {library._name}") from None
         function.restype, function.argtypes = result, arguments
+    register = library.setCallBack
+
+    def set_call_back(*callbacks):
+        """As the library's, with None for those that are not wanted; trailing ones may be left out."""
+        if len(callbacks) > len(CALLBACKS):
+            raise TypeError(f"setCallBack takes {len(CALLBACKS)} callbacks, not {len(callbacks)}")
+        given = callbacks + (None,) * (len(CALLBACKS) - len(callbacks))
+        return register(*(kind() if one is None else one for kind, one in zip(CALLBACKS, given)))
+
+    library.setCallBack = set_call_back
     return library

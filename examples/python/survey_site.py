@@ -14,7 +14,10 @@ from pathlib import Path
 
 import orvikdtm
 
-dtm = orvikdtm.load()
+try:
+    dtm = orvikdtm.load()
+except OSError as reason:
+    sys.exit(f"survey_site.py: {reason}")
 
 
 def require(done, what):

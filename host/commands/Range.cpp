@@ -52,7 +52,7 @@ Boundary boundaryOfHull(const std::string& path) {
 }
 
 Boundary boundaryOfPoints(const std::string& path) {
-  if (formatOf(path) != SurfaceFormat::kPoints) {
+  if (!U::endsWith(path, ".csv") && !U::endsWith(path, ".dat")) {
     throw console::Failure(shownPath(path) + ": not a point file: the name must end in .csv or .dat");
   }
   const SurfacePtr surface = readSurface(path);

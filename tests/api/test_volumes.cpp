@@ -1,4 +1,5 @@
 // Flat functions on volumes between surface files, and their reports.
+#include <cstring>
 #include <memory>
 
 #include <OrvikDTMAlgorithm/surface/RecordLayout.h>
@@ -82,6 +83,33 @@ TEST_F(FlatVolumes, TheBoundaryCountsOnlyWhenAskedFor) {
 TEST_F(FlatVolumes, AnEmptyBoundaryIsNone) {
   const Result result(getFillCut(ground_.c_str(), 8.0, true));
   EXPECT_NEAR(200.0, result->getCutVolume(), 1e-9);
+}
+
+// It limits neither a volume nor a report, wherever its vertices lie: everything is as without it, byte for byte.
+TEST_F(FlatVolumes, ABoundaryOfOneOrTwoVerticesIsNone) {
+  const auto report = [&](bool useRange, int kind) {
+    EXPECT_EQ(1, exportVolumeReport(ground_.c_str(), 11.0, useRange, kind, kLabels, path("r").c_str()));
+    EXPECT_EQ(1, exportVolumeReport2(ground_.c_str(), design_.c_str(), useRange, kind, kLabels, path("s").c_str()));
+    return contentsOf("r") + contentsOf("s");
+  };
+  const Result level(getFillCut(ground_.c_str(), 11.0, false));
+  const Result design(getFillCut2(ground_.c_str(), design_.c_str(), false));
+  ASSERT_NEAR(100.0, level->getFillVolume(), 1e-9);
+  const std::string page = report(false, 0), text = report(false, 1);
+  constexpr double kVertices[][2] = {{205, 105}, {202, 103}, {200, 100}, {500, 500}, {205, 105}};
+  for (const auto& vertex : kVertices) {
+    while (detail::flatState().rangePoints.size() > 1) deleteRangePoint(0);
+    addRangePoint("V", vertex[0], vertex[1], 7.0);
+    SCOPED_TRACE(detail::flatState().rangePoints.size());
+    const Result limited(getFillCut(ground_.c_str(), 11.0, true));
+    const Result limitedDesign(getFillCut2(ground_.c_str(), design_.c_str(), true));
+    EXPECT_EQ(0, std::memcmp(level.get(), limited.get(), sizeof *level));
+    EXPECT_EQ(0, std::memcmp(design.get(), limitedDesign.get(), sizeof *design));
+    EXPECT_EQ(page, report(true, 0));
+    EXPECT_EQ(text, report(true, 1));
+  }
+  addRangePoint("W", 202, 103, 0);
+  EXPECT_NE(text, report(true, 1)) << "three do limit";
 }
 
 TEST_F(FlatVolumes, WhatCannotBeLoadedHasNoVolume) {

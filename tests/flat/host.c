@@ -283,9 +283,14 @@ static void leave_what_a_deleted_surface_held(void) {
   CHECK(deleteDTMSurface(0) == 1);
 }
 
-static void leave_the_record_of_a_later_point(void) {
+static void add_the_point_whose_record_stays(unsigned int index) {
+  CHECK(addSurfacePoint(index, "stays", 220, 100, 15) == 1);
+}
+
+static void delete_points(void) {
   add_square(0, "S", 15, 16);
-  CHECK(deleteSurfacePoint(0, 2) == 1); /* this record stays */
+  add_the_point_whose_record_stays(0);
+  CHECK(deleteSurfacePoint(0, 4) == 1); /* this record stays */
   CHECK(deleteSurfacePoint(0, 0) == 1); /* this one does not */
   CHECK(releaseDTMSurface(0) == 1);
 }
@@ -304,7 +309,7 @@ int main(int argc, char** argv) {
   volumes();
   reports();
   leave_what_a_deleted_surface_held();
-  leave_the_record_of_a_later_point();
+  delete_points();
   printf(failures == 0 ? "All is well.\n" : "%d failures\n", failures);
   return failures == 0 ? 0 : 1;
 }

@@ -7,12 +7,13 @@ import sys
 import tempfile
 import unittest
 from pathlib import Path
+from unittest import mock
 
 SOURCE = Path(os.environ["ORVIKDTM_SOURCE"])
 SITE = SOURCE / "examples/sample-site"
+GROUND = SITE / "ground.xml"
 sys.path.insert(0, str(SOURCE / "examples/python"))
 
-import landxml  # noqa: E402
 import orvikdtm  # noqa: E402
 
 HOSTS = {
@@ -32,17 +33,11 @@ def run_host(command, ground, out):
     return run.stdout
 
 
-def make_ground(folder):
-    """ground.csv of the sample site, triangulated, as a LandXML file."""
-    dtm = orvikdtm.load()
-    dtm.newDTMSurfaceLib()
-    dtm.addDTMSurface(b"ground")
-    sjw, xml = folder / "ground.sjw", folder / "ground.xml"
-    if not dtm.loadSurfacePointsFile(0, os.fsencode(SITE / "ground.csv")) or not dtm.exportFileSJW(0, os.fsencode(sjw)):
-        raise RuntimeError("the ground could not be made")
-    dtm.releaseDTMSurface(0)
-    xml.write_text(landxml.from_sjw(sjw.read_text(encoding="ascii"), "ground"), encoding="ascii")
-    return xml
+def triangles(sjw):
+    """The triangles of a ".sjw" file: sets of three corners in its own digits."""
+    numbers = sjw.read_text(encoding="ascii").split("\n")[:-1]
+    corners = [tuple(numbers[i:i + 3]) for i in range(0, len(numbers), 3)]
+    return sorted(sorted(corners[i:i + 3]) for i in range(0, len(corners), 3))
 
 
 class Examples(unittest.TestCase):
@@ -53,12 +48,11 @@ class Examples(unittest.TestCase):
         folder = tempfile.TemporaryDirectory()
         cls.addClassCleanup(folder.cleanup)
         cls.folder = Path(folder.name)
-        cls.ground = make_ground(cls.folder)
         cls.printed = {}
         for host, command in HOSTS.items():
             out = cls.folder / host
             out.mkdir()
-            cls.printed[host] = run_host(command, cls.ground, out)
+            cls.printed[host] = run_host(command, GROUND, out)
 
     def test_all_print_the_same(self):
         for host in HOSTS:
@@ -85,7 +79,7 @@ class Examples(unittest.TestCase):
                 self.assertTrue(dtm.saveSurface(0, os.fsencode(out / f"{name}.ttin")))
             (out / "broken.ttin").write_bytes(b"no surface")
             with self.subTest(host=host):
-                printed = run_host(command, self.ground, out)
+                printed = run_host(command, GROUND, out)
                 self.assertIn("the folder holds 5 such file(s)\n", printed)
                 self.assertEqual(printed.replace("holds 5 such", "holds 1 such"), self.printed[host])
                 for name in WRITTEN:
@@ -113,6 +107,20 @@ class Examples(unittest.TestCase):
         self.assertEqual(printed[4], f"Bounded   by {vertices} vertices, switches 1 and 0")
         self.assertEqual(printed[5], "Measured  ground against design")
 
+    def test_the_ground_as_landxml_is_the_tin_of_its_points(self):
+        dtm = orvikdtm.load()
+        dtm.newDTMSurfaceLib()
+        dtm.addDTMSurface(b"ground")
+        self.assertTrue(dtm.loadSurfacePointsFile(0, os.fsencode(SITE / "ground.csv")))
+        self.assertTrue(dtm.loadDTMSurface(os.fsencode(GROUND), 2))
+        written = [self.folder / "points.sjw", self.folder / "landxml.sjw"]
+        for index, sjw in enumerate(written):
+            self.assertTrue(dtm.exportFileSJW(index, os.fsencode(sjw)))
+        self.assertEqual(*map(triangles, written))
+        self.assertGreater(len(triangles(written[0])), 5000)
+        while dtm.releaseDTMSurface(0):
+            pass
+
     def test_the_drawing_has_every_line(self):
         lines = int(re.search(r"Drew +(\d+) lines", self.printed["C"])[1])
         self.assertEqual((self.folder / "C/design.svg").read_text(encoding="ascii").count("<line "), lines)
@@ -133,6 +141,42 @@ class Binding(unittest.TestCase):
         sizes = {"SurfacePoint": 72, "RangePoint": 48, "DrawLine": 40, "FillCutResult": 160}
         for name, size in sizes.items():
             self.assertEqual(orvikdtm.ctypes.sizeof(getattr(orvikdtm, name)), size)
+
+    def test_callbacks_may_be_none(self):
+        dtm = orvikdtm.load()
+        seen = []
+        on_point = orvikdtm.SurfacePointCallback(lambda point: seen.append(point.contents.pointName))
+        dtm.newDTMSurfaceLib()
+        dtm.addDTMSurface(b"S")
+        dtm.addSurfacePoint(0, b"P", 1.0, 2.0, 3.0)
+        self.assertEqual(dtm.setCallBack(None, on_point, None, None), 1)
+        self.assertEqual(dtm.getSurfacePoints(0), 1)
+        for none in ((None,), (None, None, None, None), ()):
+            self.assertEqual(dtm.setCallBack(*none), 1)
+            self.assertEqual(dtm.getSurfacePoints(0), 1)
+        self.assertEqual(seen, [b"P"])
+        dtm.releaseDTMSurface(0)
+
+    def test_too_many_callbacks_are_refused(self):
+        with self.assertRaises(TypeError):
+            orvikdtm.load().setCallBack(None, None, None, None, None)
+
+    def test_a_library_that_is_not_there(self):
+        host = SOURCE / "examples/python/survey_site.py"
+        for library, says in (("/nowhere/libOrvikDTMAlgorithm.so", "cannot be loaded, see ORVIKDTM_LIBRARY: /nowhere/"),
+                              (str(host), "cannot be loaded"), ("libc.so.6", "has no function libraryVersion")):
+            with self.subTest(library=library):
+                run = subprocess.run([sys.executable, "-B", host, "a", "b", "c"], capture_output=True, text=True,
+                                     env={"ORVIKDTM_LIBRARY": library}, timeout=60, check=False)
+                self.assertEqual(run.returncode, 1)
+                self.assertRegex(run.stderr, r"\Asurvey_site.py: the library [^\n]+\n\Z")
+                self.assertIn(says, run.stderr)
+
+    def test_a_library_that_is_neither_named_nor_installed(self):
+        with mock.patch.dict(os.environ, ORVIKDTM_LIBRARY=""), \
+                mock.patch("ctypes.util.find_library", return_value=None), \
+                self.assertRaisesRegex(OSError, "is not installed: set ORVIKDTM_LIBRARY"):
+            orvikdtm.load()
 
 
 if __name__ == "__main__":

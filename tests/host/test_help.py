@@ -1,7 +1,9 @@
 """The manual page, the completions and the documentation, which are made of the words of --help."""
 
 import os
+import pty
 import re
+import select
 import shutil
 import subprocess
 import unittest
@@ -10,6 +12,18 @@ from pathlib import Path
 from orvikdtm import PROGRAM, HostTest
 
 DOCUMENTATION = Path(os.environ["ORVIKDTM_DOCS"]) / "commands.md"
+
+# Ctrl-X s shows the line as it stands between angle brackets.
+ZSH_SETUP = r"""
+fpath=($PWD $fpath)
+autoload -Uz compinit
+compinit -u -D
+show() { BUFFER="print -r -- \<${(qq)BUFFER}\>"; zle accept-line }
+zle -N show
+bindkey '^I' complete-word
+bindkey '^Xs' show
+print ready
+"""
 
 
 class Help(HostTest):
@@ -80,12 +94,48 @@ class Help(HostTest):
         self.assertEqual(self.complete("volume", "x.csv", "--level", ""), [""])
         self.assertEqual(self.complete("--ver"), ["--version"])
 
-    def test_zsh_reads_its_completion(self):
-        self.assertTrue(self.generate("zsh").startswith("#compdef orvikdtm\n"))
-        if shutil.which("zsh"):
-            self.write("_orvikdtm", self.generate("zsh"))
-            run = subprocess.run(["zsh", "-n", "_orvikdtm"], cwd=self.folder, text=True, capture_output=True, check=False)
-            self.assertEqual((run.returncode, run.stderr), (0, ""))
+    def test_the_first_page_of_the_documentation_is_the_programs(self):
+        self.assertIn("```\n" + self.run_host("--help").stdout.strip("\n") + "\n```\n", self.generate("markdown"))
+        self.assertNotIn("generate [OPTIONS]", self.generate("markdown"))
+
+    def completed_by_zsh(self, lines):
+        """What an interactive zsh makes of each line when the tabulator is pressed."""
+        master, terminal = pty.openpty()
+        zsh = subprocess.Popen(["zsh", "-f", "-i"], cwd=self.folder, stdin=terminal, stdout=terminal, stderr=terminal,
+                               env={"TERM": "dumb", "PATH": os.environ["PATH"], "HOME": str(self.folder)})
+        os.close(terminal)
+        try:
+            self.type_and_read(master, b". ./setup\n", rb"ready\r\n")
+            return [self.type_and_read(master, line.encode() + b"\t\x18s", rb"\n<(.*?)>\r\n") for line in lines]
+        finally:
+            zsh.kill()
+            zsh.wait()
+            os.close(master)
+
+    def type_and_read(self, master, typed, pattern):
+        os.write(master, typed)
+        shown = b""
+        while not (found := re.search(pattern, shown)):
+            self.assertTrue(select.select([master], [], [], 60)[0], shown)
+            shown += os.read(master, 4096)
+        return found.group(found.re.groups).decode()
+
+    def test_zsh_completes_commands_options_choices_and_files(self):
+        script = self.generate("zsh")
+        self.assertTrue(script.startswith("#compdef orvikdtm\n"))
+        if not shutil.which("zsh"):
+            return
+        self.write("_orvikdtm", script)
+        self.write("ground one.csv", "")
+        self.write("setup", ZSH_SETUP)
+        expected = {
+            "vol": "volume ", "--ver": "--version ", "volume x.csv --lev": "volume x.csv --level ",
+            "volume x.csv --method s": "volume x.csv --method sampled ", "volume gro": "volume ground\\ one.csv ",
+            "volume x.csv --ref gro": "volume x.csv --ref ground\\ one.csv ", "range --hu": "range --hull ",
+            "diff a.csv gro": "diff a.csv ground\\ one.csv ", "volume x.csv --level gro": "volume x.csv --level gro",
+            "nothing gro": "nothing gro"}
+        shown = self.completed_by_zsh(["orvikdtm " + line for line in expected])
+        self.assertEqual(shown, ["orvikdtm " + line for line in expected.values()])
 
     def test_an_unknown_form_prints_nothing(self):
         run = subprocess.run([PROGRAM, "generate", "pdf"], text=True, capture_output=True, check=False)

@@ -1,10 +1,13 @@
 """Ctrl-C in the middle of work, and the progress line of a terminal."""
 
+import math
 import os
 import pty
+import random
 import re
 import signal
 import subprocess
+import time
 import unittest
 
 from orvikdtm import PROGRAM, TILTED, HostTest
@@ -12,6 +15,34 @@ from orvikdtm import PROGRAM, TILTED, HostTest
 SIGNALS = (signal.SIGINT, signal.SIGTERM, signal.SIGHUP)
 
 END = b"<end of the terminal's text>"
+
+# Command line, and the files that it writes.
+WRITING = [
+    (("convert", "ground.csv", "out.ttin"), ("out.ttin",)),
+    (("convert", "ground.csv", "out.sjw"), ("out.sjw",)),
+    (("height", "ground.csv", "--points", "ground.csv", "--out", "out.csv"), ("out.csv",)),
+    (("volume", "ground.csv", "--level", "60", "--report", "r.txt", "--map", "m.svg", "--html", "p.html"),
+     ("r.txt", "m.svg", "p.html")),
+    (("volume", "ground.csv", "--ref", "design.csv", "--report", "r.html"), ("r.html",)),
+    (("contours", "ground.csv", "out.dxf", "--interval", "1"), ("out.dxf",)),
+    (("contours", "ground.csv", "out.svg", "--interval", "1"), ("out.svg",)),
+    (("preview", "ground.csv", "out.svg"), ("out.svg",)),
+    (("range", "--hull", "ground.csv", "--out", "hull.waa"), ("hull.waa",)),
+    (("range", "--points", "ring.csv", "--out", "ring.waa"), ("ring.waa",)),
+    (("diff", "ground.csv", "design.csv", "--list", "list.csv"), ("list.csv",)),
+]
+
+
+def large_inputs(numbers):
+    """Two surveys of the same hills, and a ring of points in order."""
+    places = [(numbers.uniform(0, 900), numbers.uniform(0, 900)) for _ in range(15000)]
+
+    def survey(lift):
+        return "".join(f"P{i},,{x:.3f},{y:.3f},{50 + x / 40 + lift * math.sin(y / 70):.3f}\n" for i, (x, y) in enumerate(places))
+
+    turns = (2 * math.pi * i / 5000 for i in range(5000))
+    ring = "".join(f"R,,{9000 * math.cos(a):.3f},{9000 * math.sin(a):.3f},1\n" for a in turns)
+    return {"ground.csv": survey(3), "design.csv": survey(-2), "ring.csv": ring}
 
 
 def heed_signals():
@@ -58,6 +89,37 @@ class Interruption(HostTest):
             self.assertIn(run.returncode, (0, -signal.SIGINT))
             self.assertIn((self.folder / "out.csv").read_text(), ("old", whole))
             self.assertEqual(sorted(f.name for f in self.folder.iterdir()), ["out.csv", "places.csv", "tilted.csv"])
+        self.assertGreater(interrupted, 0)
+
+    def test_every_command_that_writes_leaves_old_files_or_whole_ones(self):
+        """Each is interrupted at some moments of the time that it takes; every file is then as before or complete."""
+        moments = random.Random(7)
+        interrupted = 0
+        for name, contents in large_inputs(random.Random(8)).items():
+            self.write(name, contents)
+        inputs = {file.name for file in self.folder.iterdir()}
+        for command, outputs in WRITING:
+            with self.subTest(command=command):
+                began = time.monotonic()
+                self.start(*command).communicate(timeout=60)
+                taken = time.monotonic() - began
+                whole = {output: (self.folder / output).read_bytes() for output in outputs}
+                for _ in range(6):
+                    for output in outputs:
+                        self.write(output, "old")
+                    run = self.start(*command)
+                    try:
+                        run.communicate(timeout=moments.uniform(0.0, taken))
+                    except subprocess.TimeoutExpired:
+                        run.send_signal(signal.SIGINT)
+                        run.communicate(timeout=60)
+                    interrupted += run.returncode != 0
+                    self.assertIn(run.returncode, (0, -signal.SIGINT))
+                    for output in outputs:
+                        self.assertIn((self.folder / output).read_bytes(), (b"old", whole[output]), output)
+                    self.assertEqual({file.name for file in self.folder.iterdir()}, inputs | whole.keys())
+                for output in outputs:
+                    (self.folder / output).unlink()
         self.assertGreater(interrupted, 0)
 
     def test_a_program_that_was_told_to_ignore_a_signal_does(self):

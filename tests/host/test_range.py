@@ -14,7 +14,8 @@ FAULTS = [
     ([(0, 0), (0, 10), (10, 10), (0, 5)], "crosses or touches itself: side 1-2 meets side 3-4"),
     ([(0, 0), (0, 10), (0, 5), (9, 5)], "crosses or touches itself: side 1-2 meets side 2-3"),
     ([(0, 0), (0, 10), (0, 10), (10, 10)], "vertex 3 is at the place of the one before it: easting 10.000"),
-    ([(0, 0), (0, 10), (0, 20)], "crosses or touches itself"),
+    ([(0, 0), (0, 10), (0, 20)], "encloses nothing: all its vertices lie on one line"),
+    ([(1, 2), (1, 2), (0.5, 1), (3, 6)], "encloses nothing"),
     # The third vertex lies 1e-12 beyond the first side, or on it to the last bit.
     ([(0, 0), (3, 1), (1.5, 0.5), (0, 4)], "crosses or touches itself: side 1-2 meets side 2-3"),
 ]

@@ -85,7 +85,7 @@ class VolumeForms(HostTest):
         for command in (("volume", "tilted.csv", "--level", "10", "--range", "two.waa"),
                         ("balance", "tilted.csv", "--range", "two.waa")):
             self.assert_refused(self.run_host(*command), FAILED,
-                                "two.waa: has 2 vertices: a boundary needs at least three")
+                                "two.waa: the boundary has 2 vertices: a boundary needs at least three")
 
     def test_repeated_points_are_counted_in_a_warning_that_quiet_silences(self):
         self.write("twice.csv", TILTED + "E,,1000,2000,10\n")

@@ -503,6 +503,25 @@ TEST_F(SurfaceFile, Deletes) {
   EXPECT_FALSE(files.deleteSurface(nullptr));
 }
 
+// A link is deleted itself, what it leads to stays; one that leads nowhere is no missing file.
+TEST_F(SurfaceFile, DeletesLinks) {
+  DTMFileOperation files;
+  const std::string kept = write("kept.ttin", Block());
+  const std::string link = path("link.ttin");
+  for (const std::string& target : {kept, path("nowhere.ttin"), link}) {
+    fs::create_symlink(target, link);
+    EXPECT_TRUE(files.deleteSurface((folder_.string() + "\\link.ttin").c_str())) << target;
+    EXPECT_FALSE(fs::is_symlink(link)) << target;
+  }
+  EXPECT_TRUE(fs::exists(kept));
+#if !defined(_WIN32)
+  const std::string withBackslash = path("a\\b.ttin");  // a name of its own, not a path
+  fs::create_symlink("nowhere.ttin", withBackslash);
+  EXPECT_TRUE(files.deleteSurface(withBackslash.c_str()));
+  EXPECT_FALSE(fs::is_symlink(withBackslash));
+#endif
+}
+
 // ---- text
 
 TEST_F(SurfaceFile, AsText) {

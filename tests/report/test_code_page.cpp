@@ -2,17 +2,23 @@
 // test program puts its own answer in place of the C library's to the question which code set the process locale has.
 #if !defined(_WIN32)
 
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <langinfo.h>
 #include <random>
 #include <sstream>
 
+#include <OrvikDTMAlgorithm/api/orvikdtm.h>
 #include <OrvikDTMAlgorithm/io/DTMFileOperation.h>
 #include <OrvikDTMAlgorithm/report/U.h>
 #include <OrvikDTMAlgorithm/surface/DTMSurface.h>
+#include <OrvikDTMAlgorithm/surface/DTMSurfaceLib.h>
 #include <OrvikDTMAlgorithm/surface/FillCutResult.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include "surface/Surfaces.h"
 
 namespace {
 
@@ -84,6 +90,60 @@ TEST_F(GbkSystem, TheTextKeepsItsBytes) {
 
 TEST_F(GbkSystem, TheReferenceNameIsUsedAsPassed) {
   EXPECT_NE(std::string::npos, report(0, "\xB5\xD8").find(">\xB5\xD8</td></tr></table>"));
+}
+
+// Two level squares, one called "ground" and the other "earth", measured against each other.
+class GbkReports : public GbkSystem {
+ protected:
+  static constexpr const char* kGround = "\xB5\xD8\xC3\xE6";
+  static constexpr const char* kEarth = "\xCD\xC1";
+
+  void SetUp() override {
+    GbkSystem::SetUp();
+    add(kGround, 1.0);
+    add(kEarth, 2.0);
+  }
+  void TearDown() override {
+    surfaces_.release();
+    GbkSystem::TearDown();
+  }
+
+  void add(const char* name, double z) {
+    DTMSurface* surface = surfaces_.addDTMSurface(name);
+    for (const double n : {0.0, 10.0}) {
+      for (const double e : {0.0, 10.0}) surface->addSurfacePoint(newPoint("", {e, n, z}), SIZE_MAX);
+    }
+  }
+
+  std::string path(const char* name) const { return (folder_ / name).string(); }
+
+  std::string contentsOf(const char* name) const {
+    std::ostringstream text;
+    text << std::ifstream(path(name), std::ios::binary).rdbuf();
+    return text.str();
+  }
+
+  void expectTheNames(const char* page, const char* text) const {
+    EXPECT_THAT(contentsOf(page), testing::HasSubstr(">\xE5\x9C\x9F</td></tr></table>"));
+    EXPECT_THAT(contentsOf(text), testing::HasSubstr("\n                    \xCD\xC1 "));
+  }
+
+  DTMSurfaceLib surfaces_;
+};
+
+TEST_F(GbkReports, OfALibraryConvertTheReferencesNameForThePage) {
+  ASSERT_EQ(1, surfaces_.exportVolumeReport(0, 1u, 0, "A", path("page").c_str()));
+  ASSERT_EQ(1, surfaces_.exportVolumeReport(0, 1u, 1, "A", path("text").c_str()));
+  expectTheNames("page", "text");
+}
+
+TEST_F(GbkReports, OfFilesConvertTheReferencesNameForThePage) {
+  const std::string ground = path("ground.ttin"), earth = path("earth.ttin");
+  ASSERT_EQ(1, surfaces_.saveSurface(0, ground.c_str()));
+  ASSERT_EQ(1, surfaces_.saveSurface(1, earth.c_str()));
+  ASSERT_EQ(1, exportVolumeReport2(ground.c_str(), earth.c_str(), false, 0, "A", path("page").c_str()));
+  ASSERT_EQ(1, exportVolumeReport2(ground.c_str(), earth.c_str(), false, 1, "A", path("text").c_str()));
+  expectTheNames("page", "text");
 }
 
 }  // namespace

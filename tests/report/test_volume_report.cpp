@@ -179,6 +179,27 @@ TEST_F(VolumeReport, PageAgainstASurface) {
   EXPECT_EQ(expected, report(kHtml, "Design 2"));
 }
 
+// The text is in the library's GBK, the page in its own UTF-8: an infinite level, measure and volume in every place.
+TEST_F(VolumeReport, InfinitiesAreInTheEncodingOfTheirReport) {
+  constexpr double kInf = std::numeric_limits<double>::infinity();
+  result_.setCutVolume(kInf);
+  result_.setFillVolume(-kInf);
+  result_.setFillThreeDArea(DBL_MAX);
+  surface_.setThreeDArea(-DBL_MAX);
+  surface_.setPerimeterThreeD(kInf);
+  const std::string page = report(kHtml, -kInf);
+  for (const char* row : {"C</th><td width=\"70%\" align=\"left\">-\xE2\x88\x9E</td>",
+                          "E</th><td width=\"70%\" align=\"left\">\xE2\x88\x9E</td>",
+                          "F</th><td width=\"70%\" align=\"left\">-\xE2\x88\x9E</td>",
+                          "H</th><td width=\"70%\" align=\"left\">-\xE2\x88\x9E</td>",
+                          "J</th><td width=\"70%\" align=\"left\">\xE2\x88\x9E</td>",
+                          "H</th><td width=\"70%\" align=\"left\">\xE2\x88\x9E</td>"}) {
+    EXPECT_NE(std::string::npos, page.find(row)) << row;
+  }
+  EXPECT_EQ(std::string::npos, page.find("\xA1\xDE"));
+  EXPECT_EQ("C                   -\xA1\xDE                 ", line(report(kText, -kInf), 4));
+}
+
 TEST_F(VolumeReport, ThePageIsOneLine) {
   const std::string page = report(kHtml, 0.0);
   EXPECT_EQ(std::string::npos, page.find_first_of("\r\n"));

@@ -371,8 +371,12 @@ TEST_F(TwoHalvesOfASquare, GridIsClippedToABoundaryOfThreePointsOrMore) {
   const auto clipped = tin_->proxyTri(1, 1, 1, 1, 6.0);
   EXPECT_NE(clipped[0][0], kOutside);
   EXPECT_EQ(clipped[1][1], kOutside);
-  tin_->setRangeList({&corners[0], &corners[1]});
-  EXPECT_NE(tin_->proxyTri(1, 1, 1, 1, 6.0)[1][1], kOutside);
+  tin_->setRangeList({});
+  const auto whole = tin_->proxyTri(1, 1, 4, 4, 2.0);
+  for (RangePoint* second : {static_cast<RangePoint*>(nullptr), &corners[1], &corners[0]}) {
+    tin_->setRangeList({&corners[0], second});
+    EXPECT_EQ(tin_->proxyTri(1, 1, 4, 4, 2.0), whole);
+  }
 }
 
 // ---- heights
