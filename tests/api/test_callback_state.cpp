@@ -106,10 +106,20 @@ struct Seen {
 
 class WithAndWithout : public CallbackState {
  protected:
+  // Only the first point's record is released when it is deleted; this one's is left to whoever still knows it.
+  static int deleteLaterPoint(unsigned int index, unsigned int point) {
+    const DTMSurface* surface = getSurface(index);
+    SurfacePoint* left = nullptr;
+    if (surface != nullptr && point < surface->getSurfacePoints().size()) left = surface->getSurfacePoints()[point];
+    const int deleted = deleteSurfacePoint(index, point);
+    freeSurfacePoint(left);
+    return deleted;
+  }
+
   void editAndLook(Seen& seen) {
     for (unsigned int i = 0; i < 3; ++i) {
       seen.note(updateSurfacePoint(i, 1, "moved", 200.5, 110, 17));
-      seen.note(deleteSurfacePoint(i, 5));
+      seen.note(deleteLaterPoint(i, 5));
       seen.note(getSurfacePoints(i));
       seen.note(previewDTMSurface(i, 99, 107, 199, 211));
       seen.note(previewDTMSurface(i, 500, 600, 500, 600));
