@@ -3,6 +3,8 @@
 // trapezoid goes on for as long as the same two sides bound it. Private.
 #pragma once
 
+#include <cmath>
+#include <limits>
 #include <vector>
 
 #include <OrvikDTMAlgorithm/tin/BoxTree.h>
@@ -18,6 +20,14 @@ struct BoundarySide {
   Position end;
 
   double xAt(double y) const { return start.x + (y - start.y) / (end.y - start.y) * (end.x - start.x); }
+
+  // What xAt() computes is off by less than 6 u (|start.x| + |dx|), u = 2^-53. Sides that are apart by the sum of their
+  // slacks at two northings are, exactly, apart by more than half of it there and so at each in between, where
+  // computing them anew cannot change their order. Sums with slacks are rounded by less than the other half.
+  double slack() const {
+    constexpr double kSlack = 16 * 0x1p-53;
+    return kSlack * (std::fabs(start.x) + std::fabs(end.x - start.x)) + std::numeric_limits<double>::min();
+  }
 };
 
 // What lies between two sides, from one northing to another.

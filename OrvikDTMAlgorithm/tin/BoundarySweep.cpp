@@ -160,8 +160,10 @@ class BoundarySweep {
     }
   }
 
-  // The northings at which sides of the group cross; once there are too many of them, not all.
-  static std::vector<double> crossingsOf(Group group, double low, double high) {
+  // The northings at which sides of the group cross; once there are too many of them, not all. Sides that are no
+  // further apart than their slacks where they enter or leave may seem to cross in every part of the band, as those of
+  // a polygon that goes to and fro along one line do: not to cut there costs a sliver of that width.
+  std::vector<double> crossingsOf(Group group, double low, double high) const {
     std::vector<double> northings;
     std::vector<Run> byHigh;
     for (const Run& run : group) {
@@ -170,8 +172,9 @@ class BoundarySweep {
         if (northings.size() > kManyCrossings) return northings;
         const double apartLow = byHigh[i].xLow - byHigh[i - 1].xLow;
         const double apartHigh = byHigh[i - 1].xHigh - byHigh[i].xHigh;
+        const double slack = sides_[byHigh[i].side].slack() + sides_[byHigh[i - 1].side].slack();
         const double northing = low + (high - low) * (apartLow / (apartLow + apartHigh));
-        if (low < northing && northing < high) northings.push_back(northing);
+        if (std::min(apartLow, apartHigh) > slack && low < northing && northing < high) northings.push_back(northing);
         std::swap(byHigh[i - 1], byHigh[i]);
       }
     }

@@ -50,13 +50,13 @@ void CEType::setCList(ConvexList* hull) {
 
 void CEType::setEList(EList* edges) {
   forgetCopy();
-  triangle3Source_ = {};  // the old list may be gone already
+  if (edges != edgeList_) triangle3Source_.level.reset();  // the old list may be gone already
   edgeList_ = edges;
 }
 
 void CEType::setTList(TList* triangles) {
   forgetCopy();
-  triangle3Source_ = {};
+  if (triangles != triangleList_) triangle3Source_.level.reset();
   triangleList_ = triangles;
 }
 

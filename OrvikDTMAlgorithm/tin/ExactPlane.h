@@ -39,9 +39,18 @@ inline std::int64_t inMillimetres(double v) {
          std::llround((v - units) * kMillimetresPerUnit);
 }
 inline MillimetrePosition inMillimetres(const Position& p) { return {inMillimetres(p.x), inMillimetres(p.y)}; }
-inline Position inUnits(const MillimetrePosition& p) {
-  return {static_cast<double>(p.x) / kMillimetresPerUnit, static_cast<double>(p.y) / kMillimetresPerUnit};
+inline double inUnits(std::int64_t millimetres) {
+  // Beyond this not every whole number is a double, so whole units are converted apart: of those millimetres that one
+  // double counts as, the nearest is less than half a step of doubles away from it.
+  constexpr std::int64_t kConvertsExactly = std::int64_t{1} << 53;
+  if (millimetres >= -kConvertsExactly && millimetres <= kConvertsExactly) {
+    return static_cast<double>(millimetres) / kMillimetresPerUnit;
+  }
+  constexpr auto kPerUnit = static_cast<std::int64_t>(kMillimetresPerUnit);
+  return static_cast<double>(millimetres / kPerUnit) +
+         static_cast<double>(millimetres % kPerUnit) / kMillimetresPerUnit;
 }
+inline Position inUnits(const MillimetrePosition& p) { return {inUnits(p.x), inUnits(p.y)}; }
 
 // Positions whose coordinates, from 0 to less than 2^52 millimetres, are kept as doubles without loss. Differences are
 // then exact too. Each question is first asked in doubles: the answer stands when it is farther from 0 than rounding

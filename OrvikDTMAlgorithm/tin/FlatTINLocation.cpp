@@ -31,10 +31,11 @@ bool isFinite(const Position& p) { return std::isfinite(p.x) && std::isfinite(p.
 
 }  // namespace
 
-// A scan takes the triangle found last, then all others from ten before it round.
+// A scan takes the triangle found last, then all others from ten before it round. Where the network has since lost so
+// many triangles that it begins behind the last of them, it takes them all in order.
 struct FlatTIN::ScanOrder {
   ScanOrder(int lastFound, int triangles)
-      : last(lastFound), count(triangles), first(std::clamp(lastFound - kScanLead, 1, std::max(triangles, 1))) {}
+      : last(lastFound), count(triangles), first(std::clamp(lastFound - kScanLead, 1, triangles + 1)) {}
 
   int placeOf(int tri) const { return tri == last ? -1 : tri >= first ? tri - first : tri - first + count; }
 

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cmath>
 #include <limits>
 
 #include <OrvikDTMAlgorithm/tin/QuietPairs.h>
@@ -45,15 +44,6 @@ class Parities {
 
 }  // namespace
 
-// What xAt() computes is off by less than 6 u (|start.x| + |dx|), u = 2^-53. Sides that are apart by the sum of their
-// slacks at two northings are, exactly, apart by more than half of it there and so at each in between, where computing
-// them anew cannot change their order. Sums with slacks are rounded by less than the other half.
-double QuietPairs::slackOf(Number side) const {
-  constexpr double kSlack = 16 * 0x1p-53;
-  const BoundarySide& s = sides_[side];
-  return kSlack * (std::fabs(s.start.x) + std::fabs(s.end.x - s.start.x)) + std::numeric_limits<double>::min();
-}
-
 std::vector<QuietPair> QuietPairs::takeFrom(std::vector<BandedSide>& atHand, Number first, Number end) {
   first_ = first;
   end_ = end;
@@ -81,7 +71,7 @@ void QuietPairs::gather(const std::vector<BandedSide>& atHand) {
     const BandedSide& side = atHand[i];
     if (side.first > first_ || side.end < end_) continue;
     const BoundarySide& s = sides_[side.side];
-    spanning_.push_back({s.xAt(levels_[first_]), s.xAt(levels_[end_]), slackOf(side.side), i});
+    spanning_.push_back({s.xAt(levels_[first_]), s.xAt(levels_[end_]), s.slack(), i});
   }
   std::sort(spanning_.begin(), spanning_.end(),
             [](const Spanning& a, const Spanning& b) { return a.low != b.low ? a.low < b.low : a.place < b.place; });
@@ -117,7 +107,7 @@ void QuietPairs::findClear(const std::vector<BandedSide>& atHand) {
 // is certain of one clear side holds for those beyond it too, as they are apart from each other.
 void QuietPairs::placePartial(const BandedSide& side) {
   const BoundarySide& s = sides_[side.side];
-  const double slack = slackOf(side.side);
+  const double slack = s.slack();
   auto firstNotWest = clear_.end();
   auto firstEast = clear_.begin();
   for (const double y : {levels_[std::max(first_, side.first)], levels_[std::min(end_, side.end)]}) {

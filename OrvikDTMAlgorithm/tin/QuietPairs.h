@@ -64,7 +64,6 @@ class QuietPairs {
   void findClear(const std::vector<BandedSide>& atHand);
   void placePartial(const BandedSide& side);
   std::vector<QuietPair> pairUp(std::vector<bool>& isTaken);
-  double slackOf(Number side) const;
 
   const std::vector<BoundarySide>& sides_;
   const std::vector<double>& levels_;

@@ -133,6 +133,21 @@ std::vector<BoundarySide> sidesOf(const OwnedPoints& polygon) {
   return sides;
 }
 
+// To and fro along one line, as far as doubles can tell: in however narrow a band, rounding makes the sides change
+// places.
+TEST(BoundaryParts, ManySidesAlongOneLineComeToAnEnd) {
+  inputs::Random random(12);
+  OwnedPoints polygon;
+  polygon.add(0, -5, 0);
+  for (int i = 0; i < 300; ++i) {
+    const double y = random.unit() + (i % 2 == 0 ? 0 : 1000);
+    polygon.add(100 + 7.123 * y, y, 0);
+  }
+  polygon.add(9000, -5, 0);
+  EXPECT_LT(detail::partsOf(sidesOf(polygon)).size(), polygon.size() * polygon.size());
+  expectEvenOdd(polygon, 0, -5, 9000, 12);
+}
+
 // Teeth on a base, with tips at a hundred northings and more.
 OwnedPoints comb(int teeth, double x0, double y0) {
   OwnedPoints polygon;

@@ -179,6 +179,23 @@ TEST(ExactConstruction, CollinearButOneInEveryDirectionAndPlace) {
   }
 }
 
+// Where doubles are two millimetres apart, positions that are neighbours among them.
+TEST(ExactConstruction, NeighbouringDoublesStayApartAtTheLargestCoordinates) {
+  constexpr double kStep = 0x1p-9;
+  for (const double corner : {9.1e12, -9.1e12}) {
+    inputs::Random random(17);
+    for (int i = 0; i < 40; ++i) {
+      OwnedPoints points;
+      for (int k = 0; k < 30; ++k) {
+        const double x = corner + kStep * static_cast<double>(random.between(0, 60));
+        points.add(x, corner + kStep * static_cast<double>(random.between(0, 60)), k);
+      }
+      const auto tin = support::triangulate(points);
+      EXPECT_EQ(support::faultOf(*tin, tin->getOriginalList()), "");
+    }
+  }
+}
+
 TEST(ExactConstruction, FirstOfARepeatInSortOrderGivesTheHeight) {
   // Before rounding the second point lies lowest of the three at (7, 7), the fourth next.
   const OwnedPoints points(Positions{{7.0002, 7.0003, 1}, {7, 7, 2}, {17, 7, 3}, {7, 7.0001, 4}, {7, 17, 5}});

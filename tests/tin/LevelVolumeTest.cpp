@@ -386,6 +386,25 @@ TEST_F(OneTriangle, ReplacedListsAreNotRead) {
   EXPECT_TRUE(tin_->getTriangle3List().empty());
 }
 
+// Hosts set a list again to tell that its elements have changed.
+TEST_F(OneTriangle, ListOutlastsListsThatAreSetAgain) {
+  heights(1, 2, 3);
+  const auto result = fillCut(*tin_, 2);
+  tin_->setEList(tin_->getEList());
+  tin_->setTList(tin_->getTList());
+  EXPECT_EQ(tin_->getTriangle3List().size(), 3u);
+}
+
+TEST_F(OneTriangle, ListOfAComparisonOutlastsReplacedLists) {
+  heights(1, 2, 3);
+  RangePoint corners[3] = {{"a", 0, 0, 0}, {"b", 0, 6, 0}, {"c", 6, 0, 0}};
+  tin_->setRangeList({&corners[0], &corners[1], &corners[2]});
+  const auto result = fillCut(*tin_, 0.5);
+  delete tin_->getEList();
+  tin_->setEList(nullptr);
+  EXPECT_FALSE(tin_->getTriangle3List().empty());
+}
+
 // What the copy shows must not hang on the source's lists and points.
 TEST(LevelVolume, CopiesShareTheDrawingList) {
   CEType copy(nullptr, nullptr, nullptr);

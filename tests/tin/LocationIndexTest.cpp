@@ -14,6 +14,7 @@
 #include <OrvikDTMAlgorithm/tin/FlatTIN.h>
 #include <OrvikDTMAlgorithm/tin/PlaneHeight.h>
 #include <OrvikDTMAlgorithm/tin/TEdge.h>
+#include <OrvikDTMAlgorithm/tin/TList.h>
 #include <OrvikDTMAlgorithm/tin/TPoint.h>
 #include <gtest/gtest.h>
 
@@ -336,6 +337,18 @@ TEST(LocationIndex, NoticesAListThatIsSetAgain) {
   for (std::size_t i = 0; i < 3; ++i) points[i]->setZ(5);
   tin->setEList(tin->getEList());
   EXPECT_EQ(tin->getHeight(1, 1), 5.0);
+}
+
+TEST(LocationIndex, ScansInOrderWhenTheTriangleFoundLastIsGone) {
+  const OwnedPoints points(Positions{{0, 0, 1}, {10, 0, 1}, {0, 10, 1}, {90, 90, 1}, {99, 90, 1}, {90, 99, 1}});
+  Faces faces(39, {0, 1, 2});
+  faces.push_back({3, 4, 5});
+  const std::unique_ptr<CEType> tin(CEType::initCETypeFromFaces(points.pointers(), faces));
+  ASSERT_EQ(tin->locateTri1(91, 91), 40);
+  TList* triangles = tin->getTList();
+  while (triangles->getListLen() > 10) triangles->deleteData(triangles, triangles->getListLen());
+  EXPECT_EQ(tin->locateTri1(1, 1), 1);
+  EXPECT_EQ(tin->locateTri1(91, 91), 0);
 }
 
 // ---- boxes

@@ -262,10 +262,13 @@ TEST(ExactPlane, MillimetresAndUnitsAreEachOthersNearest) {
       ASSERT_EQ(detail::inMillimetres(detail::inUnits(p)), p);
     }
   }
-  // Beyond 2^43 units doubles are farther apart than millimetres; every double still comes back.
+  // Beyond 2^43 units doubles are farther apart than millimetres, and beyond 2^53 millimetres not each of those is a
+  // double; every position still comes back.
   for (int i = 0; i < 200000; ++i) {
-    const Position p{9.2e12 * (2 * random.unit() - 1), 9.2e12 - random.unit() * 4e11};
+    const double sign = i % 2 == 0 ? 1 : -1;
+    const Position p{9.2e12 * (2 * random.unit() - 1), sign * (9.2e12 - random.unit() * 4e11)};
     const Position rounded = detail::inUnits(detail::inMillimetres(p));
+    ASSERT_EQ(rounded.y, p.y);
     const Position again = detail::inUnits(detail::inMillimetres(rounded));
     ASSERT_EQ(again.x, rounded.x);
     ASSERT_EQ(again.y, rounded.y);
