@@ -10,6 +10,7 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <string_view>
 #include <vector>
 
 inline namespace OrvikDTM {
@@ -38,6 +39,10 @@ LocalTime localTime();
 // The path to use for `path`: where the separator is "/", a backslash is read as one if the path does not exist as it
 // stands (hosts join folders and names with a backslash).
 std::string existingPath(const char* path);
+
+// Where the last backslash of a path is, npos without one. In some code pages (GBK, Shift JIS) characters may end with
+// a byte of the same value: that is none, here and above.
+std::size_t lastBackslash(std::string_view path);
 
 // Bytes that are not set to anything before they are written: for contents of many megabytes.
 template <typename T>
