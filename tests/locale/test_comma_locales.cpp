@@ -289,8 +289,9 @@ TEST(CodePageOfALocale, CharactersThatEndWithABackslashSeparateNothing) {
               files.getSurfaceByPath(folder.pathOf("").c_str(), ".ttin"));
     OwnedSurface read;
     EXPECT_TRUE(files.loadSurface((path + ".ttin").c_str(), 0, &read));
-    EXPECT_TRUE(files.loadSurface((folder.pathOf("") + "\\" + name + ".sjw").c_str(), 1, &read));
-    EXPECT_EQ(name, read.getSurfaceName());
+    OwnedSurface imported;
+    EXPECT_TRUE(files.loadSurface((folder.pathOf("") + "\\" + name + ".sjw").c_str(), 1, &imported));
+    EXPECT_EQ(name, imported.getSurfaceName());
     EXPECT_TRUE(files.deleteSurface((path + ".ttin").c_str()));
     EXPECT_TRUE(files.getSurfaceByPath(folder.pathOf("").c_str(), ".ttin").empty());
   }
