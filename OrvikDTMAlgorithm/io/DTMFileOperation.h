@@ -28,7 +28,8 @@ class ORVIKDTM_API DTMFileOperation {
   bool loadSurface(const char* path, int type, DTMSurface* surface);
 
   // The files in `folder` whose names end in `extension`, in the order in which the system lists them, each as the
-  // folder, a backslash and the name (which every function of this library opens on every platform).
+  // folder, a backslash and the name (which every function of this library opens on every platform). Folders are listed
+  // too; pipes and devices, which might keep whoever opens them waiting, are not.
   std::vector<std::string> getSurfaceByPath(const char* folder, const char* extension);
 
   // Removes a file; true also when there is none.

@@ -1,5 +1,6 @@
 // What a library of surfaces does with files: loading, saving, volume reports.
 #include <memory>
+#include <stdexcept>
 
 #include <OrvikDTMAlgorithm/io/DTMFileOperation.h>
 #include <OrvikDTMAlgorithm/report/VolumeReport.h>
@@ -11,9 +12,22 @@ inline namespace OrvikDTM {
 
 using detail::forSurface;
 
+namespace {
+
+// A LandXML file without points or faces is only one more that cannot be loaded: a library reports by its results.
+bool load(const char* path, int type, DTMSurface& surface) {
+  try {
+    return DTMFileOperation().loadSurface(path, type, &surface);
+  } catch (const std::out_of_range&) {
+    return false;
+  }
+}
+
+}  // namespace
+
 DTMSurface* DTMSurfaceLib::loadDTMSurface(const char* path, int type) {
   detail::SurfacePtr surface = detail::newSurface();
-  if (!DTMFileOperation().loadSurface(path, type, surface.get())) return nullptr;
+  if (!load(path, type, *surface)) return nullptr;
   surfaces_.push_back(surface.get());
   return surface.release();
 }

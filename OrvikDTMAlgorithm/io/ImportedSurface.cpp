@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 
+#include <OrvikDTMAlgorithm/platform/Platform.h>
 #include <OrvikDTMAlgorithm/surface/DTMSurface.h>
 #include <OrvikDTMAlgorithm/surface/Name.h>
 #include <OrvikDTMAlgorithm/surface/SurfacePoint.h>
@@ -15,7 +16,7 @@ namespace {
 // The last component of a path without its extension. Hosts join folders and names with a backslash, so "/" separates
 // only where there is none.
 std::string_view nameWithoutFolder(std::string_view path) {
-  std::size_t separator = path.rfind('\\');
+  std::size_t separator = detail::lastBackslash(path);
   if (separator == std::string_view::npos) separator = path.rfind('/');
   if (separator != std::string_view::npos) path.remove_prefix(separator + 1);
   const std::size_t dot = path.rfind('.');

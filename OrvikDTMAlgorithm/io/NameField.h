@@ -9,6 +9,7 @@
 
 #include <OrvikDTMAlgorithm/platform/Platform.h>
 #include <OrvikDTMAlgorithm/surface/Name.h>
+#include <OrvikDTMAlgorithm/surface/NameInUtf8.h>
 
 inline namespace OrvikDTM {
 namespace detail {
@@ -21,11 +22,12 @@ class NameField {
       : isUtf8_(isCodePageUtf8()), keepsAscii_(isUtf8_ || codePageToUtf8(printableAscii()) == printableAscii()) {}
 
   // Fills a field from a name. An empty name, and one that does not belong to the code page, is a single blank; a name
-  // that is too long in UTF-8 is cut, even inside a character.
+  // that is too long in UTF-8 is cut, even inside a character. Of a character that was cut off in the record nothing is
+  // written.
   void write(unsigned char* field, const char* name) const {
     const std::string_view text(name, strnlen(name, kNameSize));
     if (needsNoConversion(text)) return fill(field, text);
-    fill(field, codePageToUtf8(std::string(text)));
+    fill(field, nameInUtf8(text));
   }
 
   // Fills a name from a field. A character that was cut off in the field, or has no room in the name, is left out.

@@ -114,6 +114,14 @@ class Unfinished {
   std::string path_;
 };
 
+// Whether opening or reading what an entry of a folder leads to may never come to an end.
+bool mayHaveNoEnd(const fs::directory_entry& entry) {
+  std::error_code ignored;
+  const fs::file_type type = entry.status(ignored).type();
+  return type == fs::file_type::fifo || type == fs::file_type::character || type == fs::file_type::block ||
+         type == fs::file_type::socket;
+}
+
 bool fillAndClose(File file, const FillFile& fill) {
   FileSink sink(file.get());
   fill(sink);
@@ -200,7 +208,7 @@ std::vector<std::string> namesInFolder(const char* path) {
   std::error_code failure;
   for (fs::directory_iterator entry(existingPath(path), failure), end; !failure && entry != end;
        entry.increment(failure)) {
-    names.push_back(entry->path().filename().string());
+    if (!mayHaveNoEnd(*entry)) names.push_back(entry->path().filename().string());
   }
   return names;
 }

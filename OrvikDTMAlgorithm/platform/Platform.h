@@ -10,6 +10,7 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <string_view>
 #include <vector>
 
 inline namespace OrvikDTM {
@@ -38,6 +39,10 @@ LocalTime localTime();
 // The path to use for `path`: where the separator is "/", a backslash is read as one if the path does not exist as it
 // stands (hosts join folders and names with a backslash).
 std::string existingPath(const char* path);
+
+// Where the last backslash of a path is, npos without one. In some code pages (GBK, Shift JIS) characters may end with
+// a byte of the same value: that is none, here and above.
+std::size_t lastBackslash(std::string_view path);
 
 // Bytes that are not set to anything before they are written: for contents of many megabytes.
 template <typename T>
@@ -75,8 +80,9 @@ Written writeBinaryFile(const char* path, std::size_t size, const FillFile& fill
 Written writeTextFile(const char* path, const std::string& text);
 
 // Whether there is something at `path`, be it a symbolic link to nothing; removing the file there (a folder is none; of
-// a link the link itself); and the names of all that is in the folder there, in the order in which the system lists
-// them.
+// a link the link itself); and the names of what is in the folder there, in the order in which the system lists them.
+// Pipes, devices and sockets, and links to them, are not among these: who opens whatever a folder holds does not mean
+// them, and might wait for ever.
 bool pathExists(const char* path);
 bool removeFile(const char* path);
 std::vector<std::string> namesInFolder(const char* path);

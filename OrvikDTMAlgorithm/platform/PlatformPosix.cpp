@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdint>
 #include <ctime>
+#include <cwchar>
 #include <fcntl.h>
 #include <iconv.h>
 #include <langinfo.h>
@@ -51,6 +52,19 @@ class Converter {
 };
 
 std::string codePage() { return nl_langinfo(CODESET); }
+
+// Calls visit(position) for every backslash, character by character; a byte that belongs to none counts as one.
+template <typename Visit>
+void forEachBackslash(std::string_view text, Visit&& visit) {
+  std::mbstate_t state{};
+  for (std::size_t at = 0; at < text.size();) {
+    if (text[at] == '\\') visit(at);
+    const std::size_t length = std::mbrlen(text.data() + at, text.size() - at, &state);
+    const bool isCharacter = length != 0 && length <= text.size() - at;
+    if (!isCharacter) state = {};
+    at += isCharacter ? length : 1;
+  }
+}
 
 }  // namespace
 
@@ -102,8 +116,15 @@ LocalTime localTime() {
 
 std::string existingPath(const char* path) {
   std::string result = path;
-  if (faccessat(AT_FDCWD, path, F_OK, AT_SYMLINK_NOFOLLOW) != 0) std::replace(result.begin(), result.end(), '\\', '/');
+  if (faccessat(AT_FDCWD, path, F_OK, AT_SYMLINK_NOFOLLOW) == 0) return result;
+  forEachBackslash(path, [&result](std::size_t at) { result[at] = '/'; });
   return result;
+}
+
+std::size_t lastBackslash(std::string_view path) {
+  std::size_t last = std::string_view::npos;
+  forEachBackslash(path, [&last](std::size_t at) { last = at; });
+  return last;
 }
 
 void preferLargePages(void* begin, std::size_t bytes) {

@@ -44,6 +44,15 @@ LocalTime localTime() {
 
 std::string existingPath(const char* path) { return path; }
 
+std::size_t lastBackslash(std::string_view path) {
+  std::size_t last = std::string_view::npos;
+  for (std::size_t at = 0; at < path.size(); ++at) {
+    if (path[at] == '\\') last = at;
+    if (IsDBCSLeadByte(static_cast<BYTE>(path[at])) != 0) ++at;
+  }
+  return last;
+}
+
 void preferLargePages(void* /*begin*/, std::size_t /*bytes*/) {}
 
 }  // namespace detail

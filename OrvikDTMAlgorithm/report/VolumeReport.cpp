@@ -7,6 +7,7 @@
 #include <OrvikDTMAlgorithm/report/U.h>
 #include <OrvikDTMAlgorithm/report/VolumeReport.h>
 #include <OrvikDTMAlgorithm/surface/DTMSurface.h>
+#include <OrvikDTMAlgorithm/surface/NameInUtf8.h>
 
 inline namespace OrvikDTM {
 namespace detail {
@@ -42,7 +43,7 @@ std::string reportValue(double v) { return fixedText(roundTo(kValueDecimals, v),
 
 std::string referenceName(const DTMSurface& reference, int form) {
   const char* name = reference.getSurfaceName();
-  return form == kHtml ? U::ansiToUTF8(name) : name;
+  return form == kHtml ? nameInUtf8(name) : name;
 }
 
 }  // namespace detail

@@ -5,6 +5,7 @@
 #include <OrvikDTMAlgorithm/report/VolumeReport.h>
 #include <OrvikDTMAlgorithm/surface/DTMSurface.h>
 #include <OrvikDTMAlgorithm/surface/FillCutResult.h>
+#include <OrvikDTMAlgorithm/surface/NameInUtf8.h>
 
 inline namespace OrvikDTM {
 namespace detail {
@@ -72,7 +73,7 @@ std::string htmlReport(const VolumeReport& report) {
   HtmlPage page(labels);
 
   page.startTable();
-  page.row(Label::kSurfaceName, U::ansiToUTF8(surface.getSurfaceName()));
+  page.row(Label::kSurfaceName, nameInUtf8(surface.getSurfaceName()));
   page.lastRow(Label::kReference, report.reference);
   page.spacer();
   page.spacer();

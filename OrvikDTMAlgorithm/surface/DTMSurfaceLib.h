@@ -51,8 +51,7 @@ class ORVIKDTM_API DTMSurfaceLib {
   std::size_t getSurfacesNumber() const { return surfaces_.size(); }
 
   // Appends a new surface filled from a file (see DTMFileOperation::loadSurface: 0 ".ttin", 1 ".sjw", 2 LandXML) and
-  // returns it. Null, and nothing changes, when it cannot be loaded. Kind 2 throws std::out_of_range as
-  // DTMSurface::tryParseLandXML.
+  // returns it. Null, and nothing changes, when it cannot be loaded, whatever is wrong with the file.
   DTMSurface* loadDTMSurface(const char* path, int type);
 
   // Writes a surface to a ".ttin" file, or its TIN to a ".sjw" one. 1 when done, 0 for a bad index or a file that

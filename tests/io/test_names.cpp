@@ -70,6 +70,20 @@ TEST_F(GbkNames, AreCutAfter24BytesInTheFileAnd23InTheRecord) {
   EXPECT_EQ(std::string("a") + repeated(kGbk, 3) + kGbk.substr(0, 2), read.getSurfaceName());
 }
 
+// A dozen characters of two bytes do not fit into a record: the last one loses its second byte there.
+TEST_F(GbkNames, CutInsideTheirLastCharacterKeepTheOthers) {
+  EXPECT_EQ(repeated(kUtf8, 4), fieldOf(repeated(kGbk, 6)));
+  EXPECT_EQ(padded("1234567890123456789012"), fieldOf("1234567890123456789012" + kGbk));
+  EXPECT_EQ(padded("12345678901234567890"), fieldOf("12345678901234567890\xFF\xFF\xFF"));
+  EXPECT_EQ(padded(" "), fieldOf("1234567890123456789\xFF\xFF\xFF\xFF")) << "more than a character can be";
+
+  OwnedSurface surface;
+  surface.setSurfacePoints({newPoint("P 1/1986 bolt " + repeated(kGbk, 3), {1, 2, 3})});
+  OwnedSurface read;
+  ASSERT_TRUE(load(read, surface.toBytes()));
+  EXPECT_EQ("P 1/1986 bolt " + kGbk + kGbk.substr(0, 2), namesOf(read).at(0)) << "as many as the file has room for";
+}
+
 // A file may come from a system with more room in its names, or be cut inside a character.
 TEST_F(GbkNames, SettleAtTheFirstReading) {
   const std::string yaInUtf8 = "\xD1\x8F";  // the last letter of Russian: two bytes here as there

@@ -63,6 +63,10 @@ TEST_F(SurfaceLibFiles, WhatCannotBeLoadedLeavesTheListAlone) {
   EXPECT_EQ(nullptr, lib_.loadDTMSurface(path("short.ttin").c_str(), 0));
   for (const int kind : {-1, 1, 2, 3}) EXPECT_EQ(nullptr, lib_.loadDTMSurface(path("g.ttin").c_str(), kind));
   EXPECT_EQ(nullptr, lib_.loadDTMSurface(nullptr, 0));
+  for (const char* definition : {"", "<Pnts/>", "<Faces/>", "<Pnts/><Faces><F>1 2 3</F></Faces>"}) {
+    std::ofstream(path("hollow.xml")) << "<LandXML><Definition>" << definition << "</Definition></LandXML>";
+    EXPECT_EQ(nullptr, lib_.loadDTMSurface(path("hollow.xml").c_str(), 2)) << definition;
+  }
   EXPECT_EQ(2u, lib_.getSurfacesNumber());
 }
 

@@ -273,6 +273,30 @@ TEST(CodePageOfALocale, PagesAreUtf8AndTextsAreNot) {
                                                      "bersicht"));
 }
 
+// The second byte of some characters is a backslash's.
+TEST(CodePageOfALocale, CharactersThatEndWithABackslashSeparateNothing) {
+  const ScratchFolder folder;
+  const ProcessLocale gbk("zh_CN.GBK");
+  const std::string name = "\x95\x5C\x81\x5C";
+  OwnedSurface surface(risingSquare());
+  DTMFileOperation files;
+  for (const std::string& joint : {std::string("/"), std::string("\\")}) {
+    const std::string path = folder.pathOf("") + joint + name;
+    ASSERT_TRUE(files.saveSurfaces((path + ".ttin").c_str(), &surface));
+    ASSERT_TRUE(surface.exportFileSJW((path + ".sjw").c_str()));
+    EXPECT_FALSE(folder.read(name + ".sjw").empty());
+    EXPECT_EQ(std::vector<std::string>{folder.pathOf("") + "\\" + name + ".ttin"},
+              files.getSurfaceByPath(folder.pathOf("").c_str(), ".ttin"));
+    OwnedSurface read;
+    EXPECT_TRUE(files.loadSurface((path + ".ttin").c_str(), 0, &read));
+    OwnedSurface imported;
+    EXPECT_TRUE(files.loadSurface((folder.pathOf("") + "\\" + name + ".sjw").c_str(), 1, &imported));
+    EXPECT_EQ(name, imported.getSurfaceName());
+    EXPECT_TRUE(files.deleteSurface((path + ".ttin").c_str()));
+    EXPECT_TRUE(files.getSurfaceByPath(folder.pathOf("").c_str(), ".ttin").empty());
+  }
+}
+
 TEST(CodePageOfALocale, ExtensionsMatchInAnyCaseWhateverTheLetters) {
   const ProcessLocale turkish("tr_TR.ISO-8859-9");  // where the capital of "i" is another letter
   EXPECT_TRUE(U::endsWith("A.TTIN", ".ttin"));

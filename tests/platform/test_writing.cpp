@@ -2,6 +2,7 @@
 // that allow no new file.
 #if !defined(_WIN32)
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -367,6 +368,24 @@ TEST_F(Writing, RemovesFilesAndListsFolders) {
   EXPECT_EQ((std::vector<std::string>{"sub"}), detail::namesInFolder(folder_.c_str()));
   EXPECT_TRUE(detail::namesInFolder(path("absent").c_str()).empty());
   EXPECT_FALSE(detail::pathExists(nullptr));
+}
+
+// Whoever opened a listed pipe would wait until somebody writes to it.
+TEST_F(Writing, PipesAndDevicesInAFolderAreNotListed) {
+  const fs::path folder = folder_ / "sub";
+  fs::create_directories(folder);
+  ASSERT_EQ(0, mkfifo((folder / "pipe.ttin").c_str(), 0600));
+  fs::create_symlink("pipe.ttin", folder / "link-to-pipe.ttin");
+  fs::create_symlink("/dev/zero", folder / "endless.ttin");
+  EXPECT_TRUE(detail::namesInFolder(folder.c_str()).empty());
+
+  std::ofstream(folder / "a.ttin") << "a";
+  fs::create_symlink("a.ttin", folder / "link.ttin");
+  fs::create_symlink("nowhere", folder / "link-to-nothing.ttin");
+  fs::create_symlink("loop.ttin", folder / "loop.ttin");
+  std::vector<std::string> names = detail::namesInFolder(folder.c_str());
+  std::sort(names.begin(), names.end());
+  EXPECT_EQ((std::vector<std::string>{"a.ttin", "link-to-nothing.ttin", "link.ttin", "loop.ttin"}), names);
 }
 
 }  // namespace

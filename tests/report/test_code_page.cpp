@@ -88,6 +88,21 @@ TEST_F(GbkSystem, TheTextKeepsItsBytes) {
   EXPECT_NE(std::string::npos, text.find("\n\xC3\xFB                  \xB5\xD8\xC3\xE6                \n"));
 }
 
+// Twelve characters of two bytes, of which a record holds eleven and a half.
+TEST_F(GbkSystem, ANameCutInsideItsLastCharacterKeepsTheOthersInThePage) {
+  std::string name, inUtf8;
+  for (int i = 0; i < 12; ++i) name += "\xB5\xD8";
+  for (int i = 0; i < 11; ++i) inUtf8 += "\xE5\x9C\xB0";
+  DTMSurface surface;
+  surface.setSurfaceName(name.c_str());
+  const FillCutResult result;
+  const std::string path = (folder_ / "report").string();
+  ASSERT_TRUE(DTMFileOperation().exportVolumeReport(&result, &surface, 0, 1.5, "A", path.c_str()));
+  std::ostringstream page;
+  page << std::ifstream(path, std::ios::binary).rdbuf();
+  EXPECT_THAT(page.str(), testing::HasSubstr(">" + inUtf8 + "</td>"));
+}
+
 TEST_F(GbkSystem, TheReferenceNameIsUsedAsPassed) {
   EXPECT_NE(std::string::npos, report(0, "\xB5\xD8").find(">\xB5\xD8</td></tr></table>"));
 }
