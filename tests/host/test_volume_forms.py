@@ -87,6 +87,13 @@ class VolumeForms(HostTest):
             self.assert_refused(self.run_host(*command), FAILED,
                                 "two.waa: the boundary has 2 vertices: a boundary needs at least three")
 
+    def test_a_boundary_is_refused_before_the_surface_is_read(self):
+        self.write("twice.csv", TILTED + "E,,1000,2000,10\n")  # read, it would be warned about
+        self.write("two.waa", "0\n0\nA,2000,1000\nB,2025,1100\n")
+        for command in (("volume", "twice.csv", "--level", "10"), ("balance", "twice.csv")):
+            for boundary, says in (("two.waa", "two.waa: the boundary has 2 vertices"), ("none.waa", "none.waa: no such file")):
+                self.assert_refused(self.run_host(*command, "--range", boundary), FAILED, says)
+
     def test_repeated_points_are_counted_in_a_warning_that_quiet_silences(self):
         self.write("twice.csv", TILTED + "E,,1000,2000,10\n")
         run = self.run_host("volume", "twice.csv", "--level", "10")
