@@ -136,6 +136,8 @@ void volume(const VolumeOrder& order, const CLI::App& command) {
   const VolumePictures pictures{targetOf(command, "--map", order.map, "map", inputsOf(order)),
                                 targetOf(command, "--html", order.html, "page", inputsOf(order))};
   requireEndings(pictures);
+  requireTwoFiles("--report", report, "--map", pictures.map);
+  requireTwoFiles("--report", report, "--html", pictures.page);
   const Boundary boundary = readLimit(order.boundary);
 
   readSurfaces(order, work);
