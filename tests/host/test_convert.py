@@ -109,6 +109,21 @@ class Convert(HostTest):
                 self.assert_done(run)
                 self.assertAlmostEqual(json_of(run)["plan_area"], 5000, delta=1e-9)
 
+    def test_a_surface_file_that_lost_its_tin_is_warned_about(self):
+        whole = (self.folder / "tilted.ttin").read_bytes()
+        points = 85 + 4 * 48
+        lost = "its TIN cannot be read, so its points are triangulated anew"
+        for contents, warning in ((whole[:-1], lost), (whole[:points + 1], lost), (whole[:points + 11], lost),
+                                  (whole[:3] + b"\0\2" + whole[5:], lost), (whole[:points], None), (whole + b"more", None)):
+            self.write("some.ttin", contents)
+            with self.subTest(size=len(contents)):
+                run = self.run_host("info", "some.ttin", "--json")
+                self.assert_done(run, warning=warning)
+                self.assertAlmostEqual(json_of(run)["plan_area"], 5000, delta=1e-9)
+        for size in (84, points - 1):
+            self.write("some.ttin", whole[:size])
+            self.assert_refused(self.run_host("info", "some.ttin"), FAILED, "some.ttin: is not a surface file")
+
     def test_damaged_files_are_refused_by_every_command(self):
         for name, contents, says in REFUSED:
             self.write(name, contents)
