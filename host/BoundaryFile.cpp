@@ -143,7 +143,9 @@ std::string faultOf(const Boundary& boundary) {
   return "";
 }
 
-Boundary readFitBoundary(const std::string& path) {
+Boundary readLimit(const std::string& typedPath) {
+  if (typedPath.empty()) return {};
+  const std::string path = resolvedPath(typedPath);
   Boundary boundary = readBoundary(path);
   const std::string fault = faultOf(boundary);
   const Polygon polygon = boundary.polygon();
@@ -154,11 +156,9 @@ Boundary readFitBoundary(const std::string& path) {
   return boundary;
 }
 
-void limitTo(const std::string& typedPath, DTMSurface& surface) {
-  if (typedPath.empty()) return;
-  const std::string path = resolvedPath(typedPath);
-  const Boundary boundary = readFitBoundary(path);
-  warnOfOutside(path, boundary.polygon(), surface);
+void limitTo(const Boundary& boundary, const std::string& typedPath, DTMSurface& surface) {
+  if (boundary.points.empty()) return;
+  warnOfOutside(resolvedPath(typedPath), boundary.polygon(), surface);
   surface.setRangeList(boundary.pointers());
 }
 

@@ -25,12 +25,14 @@ Boundary readBoundary(const std::string& path);
 // What is wrong with the polygon of a boundary; empty when nothing is.
 std::string faultOf(const Boundary& boundary);
 
-// The boundary in the file, fit to measure within: a Failure when it encloses nothing, a warning for other faults.
-Boundary readFitBoundary(const std::string& path);
+// The boundary in the file at a path as typed, fit to measure within: a Failure when it encloses nothing, a warning for
+// other faults. Without a path one without points, which limits nothing. To be read before the surfaces: its faults
+// are told before the long work.
+Boundary readLimit(const std::string& typedPath);
 
-// Limits what is measured on `surface` to the boundary in the file at a path as typed, and warns of vertices that lie
-// outside the surface. Without a path nothing is limited.
-void limitTo(const std::string& typedPath, DTMSurface& surface);
+// Limits what is measured on `surface` to the boundary of that file, and warns of vertices that lie outside the
+// surface.
+void limitTo(const Boundary& boundary, const std::string& typedPath, DTMSurface& surface);
 
 // Writes one, every coordinate with all its digits.
 void writeBoundary(const std::string& path, const Boundary& boundary);

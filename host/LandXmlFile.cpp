@@ -1,6 +1,9 @@
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <string_view>
+#include <unordered_set>
+#include <vector>
 
 #include "Console.h"
 #include "TextLines.h"
@@ -12,11 +15,21 @@ namespace {
 constexpr std::size_t kNumbersOfAPoint = 3;
 constexpr std::array<NumberField, kNumbersOfAPoint> kPoint = {kNorthing, kEasting, kElevation};
 
+// A corner of a face whose point has not been read so far.
+struct Corner {
+  long long point = 0;
+  std::string where;
+};
+
 // What the file says between the tags of one element, on one line or several; blanks separate its words.
 struct Scan {
   std::string element;  // "P" or "F" while within one
   std::string text;
   std::string where;  // of its first line, for messages
+  long long id = 0;
+  bool invisible = false;
+  std::unordered_set<long long> ids;
+  std::vector<Corner> missing;
   long long points = 0;
   long long faces = 0;
   long long shortPoints = 0;
@@ -28,6 +41,30 @@ bool isNameEnd(char c) { return c == ' ' || c == '\t' || c == '>' || c == '/' ||
 
 std::string_view nameOf(std::string_view tag) {
   return tag.substr(0, static_cast<std::size_t>(std::find_if(tag.begin(), tag.end(), isNameEnd) - tag.begin()));
+}
+
+// Takes a sign and the blanks around it off a text. Whether there was one.
+bool takeSign(std::string_view& rest, std::string_view sign) {
+  constexpr std::string_view kBlanks = " \t\n";
+  rest.remove_prefix(std::min(rest.find_first_not_of(kBlanks), rest.size()));
+  const bool found = rest.starts_with(sign);
+  if (found) rest.remove_prefix(sign.size());
+  rest.remove_prefix(std::min(rest.find_first_not_of(kBlanks), rest.size()));
+  return found;
+}
+
+// The whole number that an attribute begins with, 0 without one, as the library reads it.
+long long attributeOf(std::string_view tag, std::string_view name) {
+  for (std::size_t at = tag.find(name); at != std::string_view::npos; at = tag.find(name, at + 1)) {
+    std::string_view rest = tag.substr(at + name.size());
+    if (at == 0 || !isNameEnd(tag[at - 1]) || !takeSign(rest, "=") || rest.empty()) continue;
+    rest.remove_prefix(1);  // the quotation mark
+    takeSign(rest, "+");
+    long long value = 0;
+    std::from_chars(rest.data(), rest.data() + rest.size(), value);
+    return value;
+  }
+  return 0;
 }
 
 std::string_view takeWord(std::string_view& rest) {
@@ -56,7 +93,24 @@ void endPoint(Scan& scan) {
     double value = 0.0;
     if (!parseNumber(std::string(word), value)) failAt(scan, std::string("the ") + field.name, word);
   }
+  scan.ids.insert(scan.id);
   ++scan.points;
+}
+
+// Points mostly stand before the faces, but need not.
+void noteCorner(Scan& scan, std::string_view word) {
+  long long point = 0;
+  std::from_chars(word.data(), word.data() + word.size(), point);
+  if (!scan.invisible && !scan.ids.contains(point)) scan.missing.push_back({point, scan.where});
+}
+
+// The library would take the first point for one that is not there, and nobody would know.
+void requireCorners(const Scan& scan) {
+  for (const Corner& corner : scan.missing) {
+    if (scan.ids.contains(corner.point)) continue;
+    throw console::Failure(corner.where + "there is no point " + std::to_string(corner.point) +
+                           " for the face: correct it or export the file again");
+  }
 }
 
 void endFace(Scan& scan) {
@@ -68,6 +122,7 @@ void endFace(Scan& scan) {
       return;
     }
     if (word.find_first_not_of("0123456789") != std::string_view::npos) failAt(scan, "the point number", word);
+    noteCorner(scan, word);
   }
   ++scan.faces;
 }
@@ -87,6 +142,8 @@ void readTag(std::string_view tag, const std::string& where, Scan& scan) {
     scan.element = std::string(name);
     scan.text.clear();
     scan.where = where;
+    scan.id = attributeOf(tag, "id");
+    scan.invisible = name == "F" && attributeOf(tag, "i") == 1;
   }
 }
 
@@ -139,6 +196,7 @@ void checkLandXml(const std::string& path) {
   if (!scan.definition || scan.points == 0 || scan.faces == 0) {
     throw console::Failure(start + "holds no LandXML surface with points and faces: export the surface as a TIN");
   }
+  requireCorners(scan);
   if (scan.shortPoints + scan.shortFaces == 0) return;
   console::warn(start + console::counted(scan.shortPoints, "point") + " and " +
                 console::counted(scan.shortFaces, "face") + " with fewer than three numbers skipped");

@@ -55,6 +55,14 @@ bool isReplaceable(const std::string& target) {
   return stat(target.c_str(), &file) != 0 || (S_ISREG(file.st_mode) && file.st_nlink == 1);
 }
 
+// Whether what is written to one is lost when the other is written; a device takes both.
+bool isOneFile(const std::string& path, const std::string& other) {
+  std::error_code fault;
+  if (fs::exists(path, fault)) return fs::is_regular_file(path, fault) && fs::equivalent(path, other, fault);
+  const auto place = [&](const std::string& one) { return fs::weakly_canonical(fs::absolute(followed(one)), fault); };
+  return place(path) == place(other);
+}
+
 }  // namespace
 
 void requireTarget(const std::string& path, const std::string& what) {
@@ -76,6 +84,12 @@ void requireOtherFile(const std::string& option, const std::string& path, const 
   std::error_code ignored;
   if (!fs::equivalent(path, input, ignored)) return;
   throw console::WrongUsage(option + " would overwrite the input in " + shownPath(input) + ": name another file");
+}
+
+void requireTwoFiles(const std::string& option, const std::string& path, const std::string& otherOption,
+                     const std::string& otherPath) {
+  if (path.empty() || otherPath.empty() || !isOneFile(path, otherPath)) return;
+  throw console::WrongUsage(option + " and " + otherOption + " name the same file: name two");
 }
 
 OutputFile::OutputFile(const std::string& path, const std::string& what)

@@ -11,6 +11,11 @@ void requireTarget(const std::string& path, const std::string& what);
 // Throws WrongUsage when writing to `path`, which `option` named, would overwrite the file at `input`.
 void requireOtherFile(const std::string& option, const std::string& path, const std::string& input);
 
+// Throws WrongUsage when both options named the same file, where what is written first would be lost. An empty path is
+// none.
+void requireTwoFiles(const std::string& option, const std::string& path, const std::string& otherOption,
+                     const std::string& otherPath);
+
 class OutputFile {
  public:
   OutputFile(const std::string& path, const std::string& what);

@@ -12,6 +12,7 @@
 #include "Console.h"
 #include "Progress.h"
 #include "UserText.h"
+#include "pictures/Utf8.h"
 
 namespace {
 
@@ -40,9 +41,17 @@ void appendEscaped(std::string& out, char c) {
   }
 }
 
+// Names may be in any encoding, JSON is in UTF-8: a byte of no character becomes the one for what cannot be shown.
 std::string jsonText(const std::string& text) {
+  constexpr const char* kNoCharacter = "\\ufffd";
   std::string out = "\"";
-  for (const char c : text) appendEscaped(out, c);
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t length = pictures::characterLength(text, at);
+    if (length == 0) out.append(kNoCharacter);
+    if (length == 1) appendEscaped(out, text[at]);
+    if (length > 1) out.append(text, at, length);
+    at += std::max<std::size_t>(length, 1);
+  }
   return out + "\"";
 }
 

@@ -11,6 +11,7 @@
 #include "PointCount.h"
 #include "PointLines.h"
 #include "Progress.h"
+#include "StoredTin.h"
 #include "TINFaultText.h"
 #include "TriangleLines.h"
 #include "UserText.h"
@@ -96,6 +97,11 @@ void loadOther(const std::string& path, int type, const char* advice, DTMSurface
   }
 }
 
+void warnOfLostTin(const std::string& path) {
+  if (!isTinLost(path)) return;
+  console::warn(shownPath(path) + ": its TIN cannot be read, so its points are triangulated anew: was it cut short?");
+}
+
 void load(const std::string& path, SurfaceFormat format, DTMSurface& surface) {
   switch (format) {
     case SurfaceFormat::kPoints:
@@ -103,7 +109,8 @@ void load(const std::string& path, SurfaceFormat format, DTMSurface& surface) {
     case SurfaceFormat::kSurfaceFile:
       loadOther(path, kTtinType, "is not a surface file, or it is damaged: make it again with 'orvikdtm convert'",
                 surface);
-      return requirePoints(path, surface.getPointsNumber());
+      requirePoints(path, surface.getPointsNumber());
+      return warnOfLostTin(path);
     case SurfaceFormat::kTriangles:
       checkTriangleFile(path);
       return loadOther(path, kSjwType, "holds no triangles: export it again", surface);

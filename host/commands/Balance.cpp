@@ -13,6 +13,7 @@
 #include "Progress.h"
 #include "Results.h"
 #include "SurfaceFile.h"
+#include "TextLines.h"
 #include "UserText.h"
 
 namespace {
@@ -67,11 +68,15 @@ double stepOf(const std::string& text) {
   return step;
 }
 
+void requireOrder(double from, double to) {
+  if (to < from) throw console::WrongUsage("the table's --from lies above its --to: exchange them");
+}
+
 // What was not given is chosen so that about ten round levels cover the surface.
 Levels levelsOf(const BalanceOrder& order, const DTMSurface& surface) {
   const double lowest = order.from.empty() ? surface.getMinElev() : options::elevationOf("--from", order.from);
   const double highest = order.to.empty() ? surface.getMaxElev() : options::elevationOf("--to", order.to);
-  if (highest < lowest) throw console::WrongUsage("the table's --from lies above its --to: exchange them");
+  requireOrder(lowest, highest);
   Levels levels;
   levels.step = 1.0;
   if (highest > lowest) levels.step = roundStep((highest - lowest) / kUsualRows);
@@ -85,8 +90,9 @@ Levels levelsOf(const BalanceOrder& order, const DTMSurface& surface) {
 // What can be known to make no sense before the surface is read.
 void checkNumbers(const BalanceOrder& order) {
   factorOf(order.factor);
-  if (!order.from.empty()) options::elevationOf("--from", order.from);
-  if (!order.to.empty()) options::elevationOf("--to", order.to);
+  const double from = order.from.empty() ? -kLargestElevation : options::elevationOf("--from", order.from);
+  const double to = order.to.empty() ? kLargestElevation : options::elevationOf("--to", order.to);
+  requireOrder(from, to);
   if (!order.step.empty()) stepOf(order.step);
 }
 
@@ -121,9 +127,10 @@ void balance(const BalanceOrder& order) {
   checkNumbers(order);
   const double factor = factorOf(order.factor);
   const std::string path = resolvedPath(order.surface);
+  const Boundary boundary = readLimit(order.boundary);
   const SurfacePtr surface = read(path);
   const Levels levels = levelsOf(order, *surface);
-  limitTo(order.boundary, *surface);
+  limitTo(boundary, order.boundary, *surface);
   if (cutFillAt(*surface->getCEType(), surface->getMinElev()).coverage == 0.0) {
     throw console::Failure(shownPath(order.boundary) + ": nothing of the surface lies within the boundary");
   }

@@ -136,9 +136,12 @@ void volume(const VolumeOrder& order, const CLI::App& command) {
   const VolumePictures pictures{targetOf(command, "--map", order.map, "map", inputsOf(order)),
                                 targetOf(command, "--html", order.html, "page", inputsOf(order))};
   requireEndings(pictures);
+  requireTwoFiles("--report", report, "--map", pictures.map);
+  requireTwoFiles("--report", report, "--html", pictures.page);
+  const Boundary boundary = readLimit(order.boundary);
 
   readSurfaces(order, work);
-  limitTo(order.boundary, *work.ground);
+  limitTo(boundary, order.boundary, *work.ground);
   progress::show("measuring volumes", kBothRead);
   measure(work);
   if (!report.empty()) writeReport(report, *work.result, *work.ground, {work.referenceName, work.level}, labels);

@@ -43,6 +43,7 @@ REFUSED = [
     (("balance", "tilted.csv", "--step", "0"), "--step '0' is not above 0"),
     (("balance", "tilted.csv", "--step", "1e-9"), "too many rows: give a larger --step"),
     (("balance", "tilted.csv", "--from", "20", "--to", "10"), "--from lies above its --to"),
+    (("balance", "unread.csv", "--from", "20", "--to", "10"), "--from lies above its --to"),
     (("balance", "tilted.csv", "--from", "2e12"), "--from '2e12' is too large"),
     (("range",), "BOUNDARY, --hull or --points is required"),
     (("range", "a.waa", "--hull", "tilted.csv"), "exclude each other"),

@@ -29,6 +29,8 @@ REFUSED = [
     ("line.sjw", "0\n0\n0\n1\n1\n1\n2\n2\n2\nnil", "line.sjw: "),
     ("letters.xml", XML.replace("1100 10", "east 10"), "letters.xml:4: the easting 'east' is not a number"),
     ("face.xml", XML.replace("1 2 3", "1 two 3"), "face.xml:9: the point number 'two' is not a number"),
+    ("nowhere.xml", XML.replace("1 2 3", "1 2 7"), "nowhere.xml:9: there is no point 7 for the face"),
+    ("skipped.xml", XML.replace("2050 1100 20<", "2050 1100<"), "skipped.xml:9: there is no point 3 for the face"),
     ("wrapped.xml", XML.replace("    1000 20", "    x 20"), "wrapped.xml:6: the easting 'x' is not a number"),
     ("none.xml", "<LandXML></LandXML>", "none.xml: holds no LandXML surface"),
     ("empty.xml", "", "empty.xml: holds no LandXML surface"),
@@ -92,6 +94,35 @@ class Convert(HostTest):
             for key in ("plan_area", "surface_area", "plan_perimeter"):
                 self.assertAlmostEqual(after[key], before[key], delta=1e-3)
         self.assertEqual(json_of(self.run_host("info", "site.ttin", "--json"))["repeated_positions"], 14)
+
+    def test_points_that_faces_of_landxml_name_are_found(self):
+        points, faces = XML[XML.index(" <Pnts>"):XML.index(" <Faces>")], XML[XML.index(" <Faces>"):XML.index("</Def")]
+        for name, contents in (
+                ("behind.xml", XML.replace(points, "").replace(faces, faces + points)),
+                ("quotes.xml", XML.replace('id="4"', "old-id='9'\n id = '4'")),
+                ("gaps.xml", XML.replace('id="4"', 'id="+4000000000"').replace("3 4", "3 4000000000")),
+                ("zero.xml", XML.replace(' id="4"', "").replace("3 4", "3 0")),
+                ("invisible.xml", XML.replace("</Faces>", "<F i='1'>1 2 7</F></Faces>"))):
+            self.write(name, contents)
+            with self.subTest(name=name):
+                run = self.run_host("info", name, "--json")
+                self.assert_done(run)
+                self.assertAlmostEqual(json_of(run)["plan_area"], 5000, delta=1e-9)
+
+    def test_a_surface_file_that_lost_its_tin_is_warned_about(self):
+        whole = (self.folder / "tilted.ttin").read_bytes()
+        points = 85 + 4 * 48
+        lost = "its TIN cannot be read, so its points are triangulated anew"
+        for contents, warning in ((whole[:-1], lost), (whole[:points + 1], lost), (whole[:points + 11], lost),
+                                  (whole[:3] + b"\0\2" + whole[5:], lost), (whole[:points], None), (whole + b"more", None)):
+            self.write("some.ttin", contents)
+            with self.subTest(size=len(contents)):
+                run = self.run_host("info", "some.ttin", "--json")
+                self.assert_done(run, warning=warning)
+                self.assertAlmostEqual(json_of(run)["plan_area"], 5000, delta=1e-9)
+        for size in (84, points - 1):
+            self.write("some.ttin", whole[:size])
+            self.assert_refused(self.run_host("info", "some.ttin"), FAILED, "some.ttin: is not a surface file")
 
     def test_damaged_files_are_refused_by_every_command(self):
         for name, contents, says in REFUSED:

@@ -1,8 +1,10 @@
 """`orvikdtm height`."""
 
+import json
+import subprocess
 import unittest
 
-from orvikdtm import FAILED, TILTED, HostTest, json_of
+from orvikdtm import FAILED, PROGRAM, TILTED, HostTest, json_of
 
 # place, line of the file of points; the height follows from the slope of 1 in 5
 PLACES = "1050,2025\nN1,1000,2000\nN2,GR, 1100 ,\t2050\nN3,GR,1010.5,2010,99\n"
@@ -50,6 +52,14 @@ class Height(HostTest):
         self.write("places.csv", PLACES)
         self.assert_done(self.run_host("height", "tilted.csv", "--points", "places.csv", "--out", "heights.csv"))
         self.assert_done(self.run_host("info", "heights.csv"))
+
+    def test_json_is_utf8_whatever_the_names_are(self):
+        names = b"\xc4\xe3,\xe7\x82,\xed\xa0\x80,\xf0\x9f\x8c\x8d\xff,\xe7\x82\xb9".split(b",")
+        self.write("places.csv", b"".join(name + b",1050,2025\n" for name in names))
+        command = [PROGRAM, "height", "tilted.csv", "--points", "places.csv", "--json"]
+        printed = subprocess.run(command, cwd=self.folder, stdout=subprocess.PIPE, timeout=60, check=True).stdout
+        found = [point["name"] for point in json.loads(printed.decode("utf-8"))["points"]]
+        self.assertEqual(found, ["\ufffd" * 2, "\ufffd" * 2, "\ufffd" * 3, "\U0001f30d\ufffd", "\u70b9"])
 
     def test_a_file_of_points_as_json(self):
         self.write("places.csv", "N1,1050,2025\nN2,1,1\n")

@@ -3,8 +3,9 @@
 import json
 import os
 import unittest
+from pathlib import Path
 
-from orvikdtm import FAILED, SITE, TILTED, HostTest, json_of, values
+from orvikdtm import FAILED, SITE, TILTED, WRONG_USAGE, HostTest, json_of, values
 
 # The tilted rectangle raised by 2, and one that covers only its western half.
 RAISED = TILTED.replace(",10\n", ",12\n").replace(",20\n", ",22\n")
@@ -86,6 +87,27 @@ class VolumeForms(HostTest):
                         ("balance", "tilted.csv", "--range", "two.waa")):
             self.assert_refused(self.run_host(*command), FAILED,
                                 "two.waa: the boundary has 2 vertices: a boundary needs at least three")
+
+    def test_a_boundary_is_refused_before_the_surface_is_read(self):
+        self.write("twice.csv", TILTED + "E,,1000,2000,10\n")  # read, it would be warned about
+        self.write("two.waa", "0\n0\nA,2000,1000\nB,2025,1100\n")
+        for command in (("volume", "twice.csv", "--level", "10"), ("balance", "twice.csv")):
+            for boundary, says in (("two.waa", "two.waa: the boundary has 2 vertices"), ("none.waa", "none.waa: no such file")):
+                self.assert_refused(self.run_host(*command, "--range", boundary), FAILED, says)
+
+    def test_no_output_is_written_over_another(self):
+        (self.folder / "link.html").symlink_to("page.html")
+        for report, option, path in (("page.html", "--html", "./page.html"), ("link.html", "--html", "page.html"),
+                                     ("map.svg", "--map", str(self.folder / "map.svg"))):
+            for there in (False, True):
+                if there:
+                    self.write(Path(path).name, "old")
+                run = self.run_host("volume", "tilted.csv", "--level", "10", "--report", report, option, path)
+                with self.subTest(report=report, there=there):
+                    self.assert_refused(run, WRONG_USAGE, f"--report and {option} name the same file: name two")
+            (self.folder / path).unlink()
+        self.write("other.txt", "old")
+        self.assert_done(self.run_host("volume", "tilted.csv", "--level", "10", "--report", "other.txt", "--map", "map.svg"))
 
     def test_repeated_points_are_counted_in_a_warning_that_quiet_silences(self):
         self.write("twice.csv", TILTED + "E,,1000,2000,10\n")
