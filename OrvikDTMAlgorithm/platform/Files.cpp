@@ -200,7 +200,9 @@ bool pathExists(const char* path) {
 bool removeFile(const char* path) {
   const std::string existing = existingPath(path);
   std::error_code failure;
-  return !fs::is_directory(existing, failure) && fs::remove(existing, failure);
+  const fs::file_type type = fs::symlink_status(existing, failure).type();
+  const bool isFile = type == fs::file_type::regular || type == fs::file_type::symlink;
+  return isFile && !fs::is_directory(existing, failure) && fs::remove(existing, failure);
 }
 
 std::vector<std::string> namesInFolder(const char* path) {

@@ -79,10 +79,10 @@ Written writeBinaryFile(const char* path, std::size_t size, const FillFile& fill
 // The same for a text, with the platform's line breaks.
 Written writeTextFile(const char* path, const std::string& text);
 
-// Whether there is something at `path`, be it a symbolic link to nothing; removing the file there (a folder is none; of
-// a link the link itself); and the names of what is in the folder there, in the order in which the system lists them.
-// Pipes, devices and sockets, and links to them, are not among these: who opens whatever a folder holds does not mean
-// them, and might wait for ever.
+// Whether there is something at `path`, be it a symbolic link to nothing; removing the file there (a folder, pipe or
+// device is none; of a link the link itself); and the names of what is in the folder there, in the order in which the
+// system lists them. Pipes, devices and sockets, and links to them, are not among these: who opens whatever a folder
+// holds does not mean them, and might wait for ever.
 bool pathExists(const char* path);
 bool removeFile(const char* path);
 std::vector<std::string> namesInFolder(const char* path);

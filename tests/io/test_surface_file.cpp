@@ -11,6 +11,10 @@
 
 #include "io/SurfaceFiles.h"
 
+#if !defined(_WIN32)
+#include <sys/stat.h>
+#endif
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -515,6 +519,10 @@ TEST_F(SurfaceFile, DeletesLinks) {
   }
   EXPECT_TRUE(fs::exists(kept));
 #if !defined(_WIN32)
+  const std::string pipe = path("pipe.ttin");
+  ASSERT_EQ(0, mkfifo(pipe.c_str(), 0600));
+  EXPECT_FALSE(files.deleteSurface(pipe.c_str())) << "a pipe is no surface's file, nor is a device";
+  EXPECT_TRUE(fs::exists(pipe));
   const std::string withBackslash = path("a\\b.ttin");  // a name of its own, not a path
   fs::create_symlink("nowhere.ttin", withBackslash);
   EXPECT_TRUE(files.deleteSurface(withBackslash.c_str()));
