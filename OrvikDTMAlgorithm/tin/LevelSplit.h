@@ -11,7 +11,7 @@ inline namespace OrvikDTM {
 namespace detail {
 
 // Where a triangle lies against the level. One in the level itself is fill, without volume.
-enum class Place { Cut, Fill, Both };
+enum class Place : unsigned char { None, Cut, Fill, Both };
 
 inline Place placeOf(double level, double z1, double z2, double z3) {
   const double lowest = std::min(std::min(z1, z2), z3);

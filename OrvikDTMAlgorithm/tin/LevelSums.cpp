@@ -59,10 +59,11 @@ void addSplit(double level, const Split& s, FillAndCut& sums) {
       .add(atB.of[0] + atA.of[0], atA.of[1] + atB.of[1], towardsB * (dA + dB) / 3 + towardsA * dA / 3);
 }
 
-bool joins(const TEdge& edge, const TPoint* p, const TPoint* q) {
+int joins(const TEdge& edge, const TPoint* p, const TPoint* q) {
   const TPoint* start = edge.getStartPoint();
   const TPoint* end = edge.getEndPoint();
-  return (start == p && end == q) || (start == q && end == p);
+  const auto both = [](bool one, bool other) { return static_cast<int>(one) & static_cast<int>(other); };
+  return both(start == p, end == q) | both(start == q, end == p);
 }
 
 // Triangles on their way into the sums. So many are taken together because two things take long when they are taken one
@@ -76,65 +77,73 @@ class Block {
 
   // Takes at most kSize elements of a list of triangles.
   void measure(std::span<void* const> triangles, std::span<void* const> edges) {
-    findEdges(triangles, edges);
-    count_ = 0;
+    count_ = triangles.size();
     oddCount_ = 0;
-    for (std::size_t i = 0; i < triangles.size(); ++i) {
-      if (edges_[i][0] != nullptr && edges_[i][1] != nullptr) measureSides(edges_[i]);
-    }
-    for (int i = 0; i < count_; ++i) areas_[i] = areasOf(sides_[0][i], sides_[1][i], sides_[2][i]);
+    findEdges(triangles, edges);
+    for (std::size_t i = 0; i < count_; ++i) measureSides(i);
+    for (std::size_t i = 0; i < count_; ++i) areas_[i] = areasOf(sides_[0][i], sides_[1][i], sides_[2][i]);
   }
 
   void addVolumes(FillAndCut& sums) const {
-    for (int i = 0; i < count_;) {
-      if (places_[i] == Place::Both) {
-        addSplit(level_, splitAt(level_, *corners_[0][i], *corners_[1][i], *corners_[2][i]), sums);
-        ++i;
+    for (std::size_t i = 0; i < count_;) {
+      const Place place = places_[i];
+      if (place == Place::Cut || place == Place::Fill) {
+        FillOrCut& side = place == Place::Cut ? sums.cut : sums.fill;
+        FillOrCut sum = side;  // in registers while the place stays the same
+        for (; i < count_ && places_[i] == place; ++i) sum.add(areas_[i].of[0], areas_[i].of[1], volumes_[i]);
+        side = sum;
         continue;
       }
-      const Place place = places_[i];
-      FillOrCut& side = place == Place::Cut ? sums.cut : sums.fill;
-      FillOrCut sum = side;  // in registers while the place stays the same
-      for (; i < count_ && places_[i] == place; ++i) sum.add(areas_[i].of[0], areas_[i].of[1], volumes_[i]);
-      side = sum;
+      if (place == Place::Both) {
+        const Corners c = cornersOf(i);
+        addSplit(level_, splitAt(level_, *c.p1, *c.p2, *c.p3), sums);
+      }
+      ++i;
     }
   }
 
   // Last of all: from here on the areas are those of the totals.
   void addTotals(LevelSums& sums) {
-    for (int i = 0; i < oddCount_; ++i) areas_[odd_[i].place] = odd_[i].areas;
-    for (int i = 0; i < count_; ++i) {
+    for (std::size_t i = 0; i < oddCount_; ++i) areas_[odd_[i].place] = odd_[i].areas;
+    for (std::size_t i = 0; i < count_; ++i) {
       sums.planArea += areas_[i].of[0];
       sums.spatialArea += areas_[i].of[1];
     }
   }
 
  private:
+  struct Corners {
+    const TPoint* p1;
+    const TPoint* p2;
+    const TPoint* p3;
+  };
+
   // A triangle whose own areas are not those from the sides between its corners.
   struct Odd {
-    int place;
+    std::size_t place;
     InPlanAndSpace areas;
   };
 
   // Leaves null what cannot be measured.
   void findEdges(std::span<void* const> triangles, std::span<void* const> edges) {
-    void* const* slots[kSize][3];
-    for (std::size_t i = 0; i < triangles.size(); ++i) {
+    unsigned indexes[kSize][3];
+    const auto exists = [&edges](unsigned index) { return index < edges.size(); };
+    for (std::size_t i = 0; i < count_; ++i) {
       const auto* triangle = static_cast<const Triangle*>(triangles[i]);
       for (int which = 0; which < 3; ++which) {
-        const int number = triangle == nullptr ? 0 : triangle->getEno()[which];
-        const std::size_t index = static_cast<unsigned>(number) - 1u;
-        slots[i][which] = index < edges.size() ? &edges[index] : nullptr;
-        prefetch(slots[i][which]);
+        const unsigned index = static_cast<unsigned>(triangle == nullptr ? 0 : triangle->getEno()[which]) - 1u;
+        indexes[i][which] = index;
+        prefetch(exists(index) ? &edges[index] : nullptr);
       }
     }
-    for (std::size_t i = 0; i < triangles.size(); ++i) {
+    for (std::size_t i = 0; i < count_; ++i) {
       for (int which = 0; which < 3; ++which) {
-        edges_[i][which] = slots[i][which] == nullptr ? nullptr : static_cast<const TEdge*>(*slots[i][which]);
+        const unsigned index = indexes[i][which];
+        edges_[i][which] = exists(index) ? static_cast<const TEdge*>(edges[index]) : nullptr;
         prefetchWhole(edges_[i][which]);
       }
     }
-    for (std::size_t i = 0; i < triangles.size(); ++i) {
+    for (std::size_t i = 0; i < count_; ++i) {
       for (const TEdge*& edge : edges_[i]) edge = isWhole(edge) ? edge : nullptr;
       for (const TEdge* edge : {edges_[i][0], edges_[i][1]}) {  // these two have all three corners
         if (edge == nullptr) continue;
@@ -144,38 +153,73 @@ class Block {
     }
   }
 
-  void measureSides(const TEdge* const edges[3]) {
-    const TPoint& p1 = *edges[0]->getStartPoint();
-    const TPoint& p2 = *edges[0]->getEndPoint();
-    const TPoint& p3 = thirdCorner(*edges[0], *edges[1]);
-    const int i = count_++;
-    corners_[0][i] = &p1;
-    corners_[1][i] = &p2;
-    corners_[2][i] = &p3;
-    sides_[0][i] = lengthsOf(p1, p2);
-    sides_[1][i] = lengthsOf(p2, p3);
-    sides_[2][i] = lengthsOf(p3, p1);
-    volumes_[i] = prismVolume(level_, p1, p2, p3);
-    places_[i] = placeOf(level_, p1.getZ(), p2.getZ(), p3.getZ());
+  Corners cornersOf(std::size_t i) const {
+    const TEdge& first = *edges_[i][0];
+    return {first.getStartPoint(), first.getEndPoint(), &thirdCorner(first, *edges_[i][1])};
+  }
+
+  void measureSides(std::size_t i) {
+    const TEdge* const* edges = edges_[i];
+    if (edges[0] == nullptr || edges[1] == nullptr) {
+      places_[i] = Place::None;
+      odd_[oddCount_++] = {i, {{0.0, 0.0}}};
+      return;
+    }
+    Corners c = cornersBySharing(*edges[0], *edges[1]);
+    setSides(i, c);
+    if (!haveLength(i)) {
+      c = cornersOf(i);
+      setSides(i, c);
+    }
+    volumes_[i] = prismVolume(level_, *c.p1, *c.p2, *c.p3);
+    places_[i] = placeOf(level_, c.p1->getZ(), c.p2->getZ(), c.p3->getZ());
     // The totals take the sides in the order of the edges, which decides the last bit, and nothing without a third
     // edge.
     const TEdge* third = edges[2];
     if (third == nullptr) {
       odd_[oddCount_++] = {i, {{0.0, 0.0}}};
-    } else if (!joins(*edges[1], &p2, &p3) || !joins(*third, &p3, &p1)) {
+    } else if (!goRound(*edges[1], *third, c)) {
       odd_[oddCount_++] = {i, areasOf(lengthsOf(*edges[0]), lengthsOf(*edges[1]), lengthsOf(*third))};
     }
   }
 
+  void setSides(std::size_t i, const Corners& c) {
+    sides_[0][i] = lengthsOf(*c.p1, *c.p2);
+    sides_[1][i] = lengthsOf(*c.p2, *c.p3);
+    sides_[2][i] = lengthsOf(*c.p3, *c.p1);
+  }
+
+  bool haveLength(std::size_t i) const {
+    return (static_cast<int>(sides_[0][i].of[0] > 0) & static_cast<int>(sides_[1][i].of[0] > 0) &
+            static_cast<int>(sides_[2][i].of[0] > 0)) != 0;
+  }
+
+  // The corners that cornersOf() finds by their positions, where edges that meet share one point and all sides have a
+  // length in plan: then no corner is at another's position, nor NaN, so that to be the same point is to be there.
+  static Corners cornersBySharing(const TEdge& first, const TEdge& second) {
+    const TPoint* p1 = first.getStartPoint();
+    const TPoint* p2 = first.getEndPoint();
+    const TPoint* ends[2] = {second.getStartPoint(), second.getEndPoint()};
+    const int startIsShared = static_cast<int>(ends[0] == p1) | static_cast<int>(ends[0] == p2);
+    const int endIsShared = static_cast<int>(ends[1] == p1) | static_cast<int>(ends[1] == p2);
+    if (startIsShared == endIsShared) return {p1, p2, &thirdCorner(first, second)};
+    return {p1, p2, ends[startIsShared]};
+  }
+
+  // Whether the second and the third edge join the corners in their order. Edges run this way or that as it happens, so
+  // nothing here is branched upon.
+  static bool goRound(const TEdge& second, const TEdge& third, const Corners& c) {
+    return (joins(second, c.p2, c.p3) & joins(third, c.p3, c.p1)) != 0;
+  }
+
   double level_;
+  std::size_t count_ = 0;
   const TEdge* edges_[kSize][3];
-  int count_ = 0;
-  const TPoint* corners_[3][kSize];
-  InPlanAndSpace sides_[3][kSize];
+  InPlanAndSpace sides_[3][kSize] = {};
   InPlanAndSpace areas_[kSize];
   double volumes_[kSize];
   Place places_[kSize];
-  int oddCount_ = 0;
+  std::size_t oddCount_ = 0;
   Odd odd_[kSize];
 };
 

@@ -2,6 +2,7 @@
 // where vertices and triangles lie in the plane itself.
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <memory>
 
 #include <OrvikDTMAlgorithm/surface/FillCutResult.h>
@@ -241,6 +242,38 @@ TEST(LevelVolume, EdgesStandInAnyOrderAndSomeAreMissing) {
   const SlowAccount slow(*tin, 0.0);
   EXPECT_EQ(tin->getArea2D(), slow.own.plan);
   EXPECT_EQ(tin->getArea3D(), slow.own.slope);
+}
+
+TEST(LevelVolume, CornersLieAtOnePositionOrNowhere) {
+  const OwnedPoints points(inputs::randomMillimetres(31, 400, 150, 0, 0));
+  const auto tin = support::triangulate(points);
+  EList* edges = tin->getEList();
+  for (int e = 1; e <= edges->getListLen(); e += 13) {
+    const TPoint& start = *edges->findByNum(edges, e)->getStartPoint();
+    TPoint& end = *edges->findByNum(edges, e)->getEndPoint();
+    end.setX(start.getX());
+    end.setY(start.getY());
+  }
+  for (const double level : {3.0, 10.0, 40.0}) {
+    const auto result = fillCut(*tin, level);
+    const SlowAccount slow(*tin, level);
+    const double area = slow.fill.plan + slow.cut.plan;
+    EXPECT_NEAR(result->getFillTwoDArea(), slow.fill.plan, 1e-9 * area);
+    EXPECT_NEAR(result->getCutTwoDArea(), slow.cut.plan, 1e-9 * area);
+    EXPECT_NEAR(result->getFillVolume(), slow.fill.volume, 1e-9 * (slow.fill.volume + slow.cut.volume));
+    EXPECT_NEAR(result->getCutVolume(), slow.cut.volume, 1e-9 * (slow.fill.volume + slow.cut.volume));
+  }
+
+  TPoint& nowhere = *edges->findByNum(edges, 50)->getStartPoint();
+  nowhere.setX(std::numeric_limits<double>::quiet_NaN());
+  for (const double height : {0.0, 20.0}) {  // under the level, all around it included, and above it
+    nowhere.setZ(height);
+    const auto result = fillCut(*tin, 10.0);
+    const SlowAccount slow(*tin, 10.0);
+    EXPECT_EQ(std::isnan(result->getFillVolume()), std::isnan(slow.fill.volume));
+    EXPECT_EQ(std::isnan(result->getCutVolume()), std::isnan(slow.cut.volume));
+    EXPECT_TRUE(std::isnan(RecordLayout::twoDArea(*result)));
+  }
 }
 
 TEST(LevelVolume, WholeHeightsPutVerticesInThePlane) {
