@@ -1,6 +1,8 @@
 // Asking for memory before it is needed. Private.
 #pragma once
 
+#include <cstdint>
+
 inline namespace OrvikDTM {
 namespace detail {
 
@@ -16,12 +18,12 @@ inline void prefetch(const void* address) {
 #endif
 }
 
-// All of an object, which may lie across two cache lines.
+// All of an object, which may lie across two cache lines, or not be there: an address is worked out all the same.
 template <typename T>
 void prefetchWhole(const T* object) {
   static_assert(sizeof(T) <= 64);
   prefetch(object);
-  prefetch(reinterpret_cast<const char*>(object) + sizeof(T) - 1);
+  prefetch(reinterpret_cast<const void*>(reinterpret_cast<std::uintptr_t>(object) + sizeof(T) - 1));
 }
 
 }  // namespace detail
