@@ -34,11 +34,12 @@ class NewPoints {
   std::vector<SurfacePoint*> points_;
 };
 
-void readPoints(const unsigned char* record, std::size_t count, const char* surfaceName, const detail::NameField& names,
-                NewPoints& points) {
+void readPoints(detail::RecordReader records, std::size_t count, const char* surfaceName,
+                const detail::NameField& names, NewPoints& points) {
   SurfacePoint point;
   point.setSurfaceName(surfaceName);
-  for (std::size_t i = 0; i < count; ++i, record += SurfaceBlock::kPointBytes) {
+  for (std::size_t i = 0; i < count; ++i) {
+    const unsigned char* record = records.next();
     char name[kNameSize];
     names.read(name, record);
     point.setSurfacePointName(name);
@@ -59,28 +60,28 @@ std::vector<unsigned char> DTMSurface::toBytes() {
 }
 
 bool DTMSurface::tryParse(const unsigned char* block, int version, int length) {
-  return block != nullptr && length > 0 && parse(block, version, static_cast<std::size_t>(length));
+  if (block == nullptr || length <= 0) return false;
+  detail::ByteReader reader(block, static_cast<std::size_t>(length));
+  return parse(reader, version);
 }
 
-bool DTMSurface::parse(const unsigned char* block, int version, std::size_t length) {
-  detail::ByteReader reader(block, length);
+bool DTMSurface::parse(detail::ByteReader& reader, int version) {
   const unsigned char* head = reader.take(SurfaceBlock::kHeadBytes);
   if (head == nullptr) return false;
   const std::int32_t count = detail::readInt32(head + SurfaceBlock::kPointCountOffset);
-  const unsigned char* records =
-      count < 0 ? nullptr : reader.take(std::uint64_t{SurfaceBlock::kPointBytes} * static_cast<unsigned>(count));
+  const auto records = reader.takeRecords(count, SurfaceBlock::kPointBytes);
 
   const detail::NameField names;
-  const bool replacesTIN = records != nullptr && version == kVersionWithTIN;
+  const bool replacesTIN = records && version == kVersionWithTIN;
   if (!replacesTIN) keepPromise();  // something of the promised TIN stays: itself, or its extent
   names.read(surfaceName, head);
   readStatistics(head + SurfaceBlock::kTriangleCountOffset);
-  if (records == nullptr) return false;
+  if (!records) return false;
 
   NewPoints points(static_cast<std::size_t>(count));
-  readPoints(records, static_cast<std::size_t>(count), surfaceName, names, points);
+  readPoints(*records, static_cast<std::size_t>(count), surfaceName, names, points);
   std::unique_ptr<CEType> tin;
-  if (version == kVersionWithTIN) tin.reset(CEType::tryParse(reader.take(0), reader.left()));
+  if (version == kVersionWithTIN) tin = detail::readTIN(reader);
 
   dropModel();  // also one that version 1 does not replace: it is that of other points
   points.handOverTo(surfacePoints);

@@ -45,11 +45,11 @@ bool DTMFileOperation::loadSurfaceFile(const char* path, DTMSurface& surface) {
   try {
     detail::Bytes contents;
     if (!detail::readWholeFile(U::trim(path).c_str(), contents)) return false;
-    detail::ByteReader reader(contents.data(), contents.size());
+    detail::ByteReader reader(contents);
     const unsigned char* header = reader.take(kHeaderBytes);
     if (header == nullptr) return false;
     const int version = detail::readWord<std::uint16_t>(header + kMagic.size());
-    return surface.parse(reader.take(0), version, reader.left());
+    return surface.parse(reader, version);
   } catch (const std::exception&) {
     return false;  // out of memory
   }

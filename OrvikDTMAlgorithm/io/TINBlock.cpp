@@ -13,6 +13,7 @@
 inline namespace OrvikDTM {
 namespace {
 
+using detail::RecordReader;
 using detail::TINBlock;
 
 // A list without elements is as good as one with fewer than none.
@@ -28,38 +29,34 @@ TPoint pointAt(const unsigned char* bytes) {
           detail::readDouble(bytes + 2 * detail::kDoubleBytes)};
 }
 
-void readHull(const unsigned char* bytes, int count, ConvexList& hull) {
+void readHull(RecordReader records, int count, ConvexList& hull) {
   hull.setMaxlen(count);
-  detail::ListElements::append<TConvex>(hull, count, [&bytes](int) {
-    const int edge = detail::readInt32(bytes);
-    bytes += TINBlock::kHullBytes;
-    return TConvex(edge);
-  });
+  detail::ListElements::append<TConvex>(hull, count, [&](int) { return TConvex(detail::readInt32(records.next())); });
 }
 
 // The edges, and their points, two of its own for every edge.
-std::shared_ptr<const void> readEdges(const unsigned char* bytes, int count, EList& edges) {
+std::shared_ptr<const void> readEdges(RecordReader records, int count, EList& edges) {
   auto points = std::make_shared<std::vector<TPoint>>();
   detail::reserveLarge(*points, 2 * static_cast<std::size_t>(count));
   edges.setMaxlen(count);
-  detail::ListElements::append<TEdge>(edges, count, [&bytes, &points](int) {
+  detail::ListElements::append<TEdge>(edges, count, [&](int) {
+    const unsigned char* bytes = records.next();
     TPoint* start = &points->emplace_back(pointAt(bytes + TINBlock::kStartOffset));
     TPoint* end = &points->emplace_back(pointAt(bytes + TINBlock::kEndOffset));
     TEdge edge(start, end);
     edge.setLeftT(detail::readInt32(bytes));
     edge.setRightT(detail::readInt32(bytes + detail::kInt32Bytes));
-    bytes += TINBlock::kEdgeBytes;
     return edge;
   });
   return points;
 }
 
-void readTriangles(const unsigned char* bytes, int count, TList& triangles) {
+void readTriangles(RecordReader records, int count, TList& triangles) {
   triangles.setMaxlen(count);
-  detail::ListElements::append<Triangle>(triangles, count, [&bytes](int) {
+  detail::ListElements::append<Triangle>(triangles, count, [&](int) {
+    const unsigned char* bytes = records.next();
     const int three[] = {detail::readInt32(bytes), detail::readInt32(bytes + detail::kInt32Bytes),
                          detail::readInt32(bytes + 2 * detail::kInt32Bytes)};
-    bytes += TINBlock::kTriangleBytes;
     return Triangle(three);
   });
 }
@@ -79,20 +76,23 @@ CEType* CEType::tryParse(unsigned char* block) {
 CEType* CEType::tryParse(const unsigned char* block, std::size_t length) {
   if (block == nullptr) return nullptr;
   detail::ByteReader reader(block, length);
+  return detail::readTIN(reader).release();
+}
+
+std::unique_ptr<CEType> detail::readTIN(ByteReader& reader) {
   const unsigned char* counts = reader.take(TINBlock::kCountBytes);
   if (counts == nullptr) return nullptr;
   const TINBlock lists = countsAt(counts);
-  const unsigned char* hull = reader.take(std::uint64_t{TINBlock::kHullBytes} * static_cast<unsigned>(lists.hull));
-  const unsigned char* edges = reader.take(std::uint64_t{TINBlock::kEdgeBytes} * static_cast<unsigned>(lists.edges));
-  const unsigned char* triangles =
-      reader.take(std::uint64_t{TINBlock::kTriangleBytes} * static_cast<unsigned>(lists.triangles));
-  if (hull == nullptr || edges == nullptr || triangles == nullptr) return nullptr;
+  const auto hull = reader.takeRecords(lists.hull, TINBlock::kHullBytes);
+  const auto edges = reader.takeRecords(lists.edges, TINBlock::kEdgeBytes);
+  const auto triangles = reader.takeRecords(lists.triangles, TINBlock::kTriangleBytes);
+  if (!hull || !edges || !triangles) return nullptr;
 
   std::unique_ptr<CEType> tin(detail::emptyTIN());
-  readHull(hull, lists.hull, *tin->getCList());
-  tin->holdPoints(readEdges(edges, lists.edges, *tin->getEList()));
-  readTriangles(triangles, lists.triangles, *tin->getTList());
-  return tin.release();
+  readHull(*hull, lists.hull, *tin->getCList());
+  tin->holdPoints(readEdges(*edges, lists.edges, *tin->getEList()));
+  readTriangles(*triangles, lists.triangles, *tin->getTList());
+  return tin;
 }
 
 }  // namespace OrvikDTM

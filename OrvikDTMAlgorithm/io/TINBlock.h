@@ -1,13 +1,15 @@
 // Private. The three lists of a TIN as bytes (docs/ttin-format.md): how many they are, and into any sink that hands out
-// room for small pieces.
+// room for small pieces, and from a reader.
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
 #include <limits>
+#include <memory>
 #include <span>
 
 #include <OrvikDTMAlgorithm/io/ByteOrder.h>
+#include <OrvikDTMAlgorithm/io/ByteReader.h>
 #include <OrvikDTMAlgorithm/tin/CEType.h>
 #include <OrvikDTMAlgorithm/tin/ConvexList.h>
 #include <OrvikDTMAlgorithm/tin/EList.h>
@@ -108,6 +110,9 @@ void writeTIN(const CEType& tin, Sink& sink) {
         writeTriangle(record, triangle);
       });
 }
+
+// Reads a TIN up to its end; null when the bytes do not go so far.
+std::unique_ptr<CEType> readTIN(ByteReader& reader);
 
 }  // namespace detail
 }  // namespace OrvikDTM

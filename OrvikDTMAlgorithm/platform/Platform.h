@@ -91,6 +91,12 @@ std::vector<std::string> namesInFolder(const char* path);
 // handed their memory page by page costs as much as filling them. No more than advice.
 void preferLargePages(void* begin, std::size_t bytes);
 
+// Gives the large pages that lie whole in [begin, begin + bytes) back to the system. They stay the caller's and may be
+// written again, but what they held is lost. For contents of many megabytes that are used up piece by piece: the pages
+// then serve whatever is allocated next, which costs much less than new ones, and the peak of memory is lower. Returns
+// the first byte that may still be there: where the next range begins.
+void* giveBackLargePages(void* begin, std::size_t bytes);
+
 #if !defined(_WIN32)
 // The conversion behind the two above, between code sets by the names that iconv knows them by.
 std::string convertText(const std::string& text, const char* from, const char* to);

@@ -66,6 +66,18 @@ void forEachBackslash(std::string_view text, Visit&& visit) {
   }
 }
 
+// Tells the system something about the large pages that lie whole in [begin, begin + bytes), and returns the end of the
+// last of them; `begin` when there is none.
+[[maybe_unused]] void* adviseOnLargePages(void* begin, std::size_t bytes, int advice) {
+  constexpr std::uintptr_t kLargePage = std::uintptr_t{1} << 21;
+  const auto address = reinterpret_cast<std::uintptr_t>(begin);
+  const std::uintptr_t first = (address + kLargePage - 1) & ~(kLargePage - 1);
+  const std::uintptr_t last = (address + bytes) & ~(kLargePage - 1);
+  if (first >= last) return begin;
+  madvise(reinterpret_cast<void*>(first), last - first, advice);
+  return reinterpret_cast<void*>(last);
+}
+
 }  // namespace
 
 std::string convertText(const std::string& text, const char* from, const char* to) {
@@ -129,14 +141,18 @@ std::size_t lastBackslash(std::string_view path) {
 
 void preferLargePages(void* begin, std::size_t bytes) {
 #if defined(MADV_HUGEPAGE)
-  constexpr std::uintptr_t kLargePage = std::uintptr_t{1} << 21;
-  const auto address = reinterpret_cast<std::uintptr_t>(begin);
-  const std::uintptr_t first = (address + kLargePage - 1) & ~(kLargePage - 1);
-  const std::uintptr_t last = (address + bytes) & ~(kLargePage - 1);
-  if (first < last) madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+  adviseOnLargePages(begin, bytes, MADV_HUGEPAGE);
 #else
   static_cast<void>(begin);
   static_cast<void>(bytes);
+#endif
+}
+
+void* giveBackLargePages(void* begin, std::size_t bytes) {
+#if defined(MADV_DONTNEED)
+  return adviseOnLargePages(begin, bytes, MADV_DONTNEED);
+#else
+  return static_cast<char*>(begin) + bytes;
 #endif
 }
 

@@ -55,5 +55,7 @@ std::size_t lastBackslash(std::string_view path) {
 
 void preferLargePages(void* /*begin*/, std::size_t /*bytes*/) {}
 
+void* giveBackLargePages(void* begin, std::size_t bytes) { return static_cast<char*>(begin) + bytes; }
+
 }  // namespace detail
 }  // namespace OrvikDTM

@@ -30,8 +30,9 @@ class SurfacePoint;
 class TPoint;
 struct RangePoint;
 namespace detail {
+class ByteReader;
 struct ListedPoints;
-}
+}  // namespace detail
 
 class ORVIKDTM_API DTMSurface {
  public:
@@ -225,9 +226,9 @@ class ORVIKDTM_API DTMSurface {
   void refreshStatistics() const;
   void refreshExtent() const;
 
-  // Behind tryParse(), for blocks of any length.
+  // Behind tryParse(), for blocks of any length and those that are read for the last time.
   friend class DTMFileOperation;
-  bool parse(const unsigned char* block, int version, std::size_t length);
+  bool parse(detail::ByteReader& reader, int version);
   void readStatistics(const unsigned char* bytes);
 
   // For a look at the list that keeps no promise.

@@ -191,6 +191,53 @@ TEST_F(SurfaceFile, AnyNumbersComeBackByteForByte) {
   }
 }
 
+// Points, edges and triangles of many megabytes each, every number at random.
+Block largeBlock() {
+  constexpr std::int32_t kPoints = 150000;
+  constexpr std::int32_t kHull = 1000;
+  constexpr std::int32_t kEdges = 200000;
+  constexpr std::int32_t kTriangles = 500000;
+  const std::size_t tin = kHead + kPoint * kPoints;
+  Block block(tin + 12 + 4 * kHull + 56 * kEdges + 12 * kTriangles);
+  std::mt19937_64 random(21);
+  for (std::size_t at = 0; at + 8 <= block.size(); at += 8) {
+    const std::uint64_t bits = random();
+    std::memcpy(block.data() + at, &bits, sizeof bits);
+  }
+  for (std::size_t at = 0; at < tin; at += at == 0 ? kHead : kPoint) {
+    std::fill_n(block.begin() + static_cast<std::ptrdiff_t>(at), 24, static_cast<unsigned char>(0));
+    block[at] = 'n';
+  }
+  putInt32(block, 24, kPoints);
+  const std::int32_t counts[] = {kHull, kEdges, kTriangles};
+  for (std::size_t k = 0; k < 3; ++k) putInt32(block, tin + 4 * k, counts[k]);
+  return block;
+}
+
+TEST_F(SurfaceFile, LargeFilesComeBackByteForByte) {
+  const Block block = largeBlock();
+  Block file = {'D', 'T', 'M', 0, 1};
+  file.insert(file.end(), block.begin(), block.end());
+  OwnedSurface read;
+  ASSERT_TRUE(DTMFileOperation().loadSurface(write("a.ttin", file).c_str(), 0, &read));
+  EXPECT_EQ(block, read.toBytes());
+
+  file.pop_back();
+  OwnedSurface cut;
+  ASSERT_TRUE(DTMFileOperation().loadSurface(write("cut.ttin", file).c_str(), 0, &cut));
+  EXPECT_EQ(150000, cut.getPointsNumber());
+  EXPECT_TRUE(cut.isNeedInit()) << "a TIN that is cut short is none";
+}
+
+TEST_F(SurfaceFile, ACallersBytesAreLeftAsTheyAre) {
+  const Block block = largeBlock();
+  const Block same = block;
+  OwnedSurface read;
+  ASSERT_TRUE(read.tryParse(same.data(), 1, static_cast<int>(same.size())));
+  EXPECT_EQ(block, same);
+  EXPECT_EQ(block, read.toBytes());
+}
+
 TEST_F(SurfaceFile, TheMagicIsNotCompared) {
   OwnedSurface surface(risingSquare());
   Block file = saved(surface);

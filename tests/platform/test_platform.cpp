@@ -1,4 +1,5 @@
 // The services of the operating system: code pages, paths, files, local time.
+#include <algorithm>
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
@@ -137,6 +138,22 @@ TEST(CodePage, Utf8AndAsciiAreLeftAlone) {
 }
 
 #endif
+
+TEST(GivingBackPages, LeavesWhatLiesAround) {
+  constexpr std::size_t kLargePage = std::size_t{2} << 20;
+  constexpr std::size_t kAround = 1000;
+  for (const std::size_t bytes : {std::size_t{0}, std::size_t{1}, kLargePage - 1, kLargePage, 5 * kLargePage + 17}) {
+    std::vector<unsigned char> memory(bytes + 2 * kAround, 7);
+    unsigned char* begin = memory.data() + kAround;
+    auto* reached = static_cast<unsigned char*>(detail::giveBackLargePages(begin, bytes));
+    ASSERT_LE(begin, reached);
+    ASSERT_GE(begin + bytes, reached);
+    for (unsigned char* at = memory.data(); at < begin; ++at) ASSERT_EQ(7, *at);
+    for (unsigned char* at = reached; at < begin + bytes + kAround; ++at) ASSERT_EQ(7, *at);
+    std::fill(begin, begin + bytes, static_cast<unsigned char>(9));  // it is still the caller's
+    EXPECT_EQ(bytes, static_cast<std::size_t>(std::count(memory.begin(), memory.end(), 9)));
+  }
+}
 
 TEST(LocalTime, IsTheTimeOfTheClock) {
   const std::time_t before = std::time(nullptr);
