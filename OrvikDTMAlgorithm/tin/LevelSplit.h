@@ -13,12 +13,14 @@ namespace detail {
 // Where a triangle lies against the level. One in the level itself is fill, without volume.
 enum class Place : unsigned char { None, Cut, Fill, Both };
 
-inline Place placeOf(double level, double z1, double z2, double z3) {
-  const double lowest = std::min(std::min(z1, z2), z3);
-  const double highest = std::max(std::max(z1, z2), z3);
+inline Place placeOf(double level, double lowest, double highest) {
   if (highest > level && lowest >= level) return Place::Cut;
   if (highest <= level) return Place::Fill;
   return Place::Both;
+}
+
+inline Place placeOf(double level, double z1, double z2, double z3) {
+  return placeOf(level, std::min(std::min(z1, z2), z3), std::max(std::max(z1, z2), z3));
 }
 
 // A triangle that the level passes through: the lone corner on one side, the other two on the other, and where the

@@ -9,18 +9,12 @@
 #include <OrvikDTMAlgorithm/tin/ListElements.h>
 #include <OrvikDTMAlgorithm/tin/Prefetch.h>
 #include <OrvikDTMAlgorithm/tin/TriangleAreas.h>
+#include <OrvikDTMAlgorithm/tin/TriangleFigures.h>
 
 inline namespace OrvikDTM {
 namespace detail {
 
 namespace {
-
-double prismVolume(double level, const TPoint& p1, const TPoint& p2, const TPoint& p3) {
-  const double area =
-      std::fabs((p2.getX() - p1.getX()) * (p3.getY() - p2.getY()) - (p2.getY() - p1.getY()) * (p3.getX() - p2.getX())) /
-      2;
-  return std::fabs(((p1.getZ() - level) + (p2.getZ() - level) + (p3.getZ() - level)) * area) / 3;
-}
 
 struct Sides {
   const InPlanAndSpace& a;
@@ -59,6 +53,7 @@ void addSplit(double level, const Split& s, FillAndCut& sums) {
       .add(atB.of[0] + atA.of[0], atA.of[1] + atB.of[1], towardsB * (dA + dB) / 3 + towardsA * dA / 3);
 }
 
+// Whether an edge runs between these two, this way or that: as it happens, so nothing is branched upon.
 int joins(const TEdge& edge, const TPoint* p, const TPoint* q) {
   const TPoint* start = edge.getStartPoint();
   const TPoint* end = edge.getEndPoint();
@@ -67,175 +62,187 @@ int joins(const TEdge& edge, const TPoint* p, const TPoint* q) {
 }
 
 // Triangles on their way into the sums. So many are taken together because two things take long when they are taken one
-// by one: edges and points lie anywhere in memory, so they are asked for before any is looked at; and an area is a
-// square root of square roots, which the processor works out for several triangles at once when nothing waits for them.
+// by one: edges and points lie anywhere in memory, so they are asked for before any is looked at; and the figures of
+// several triangles are worked out at once.
 class Block {
  public:
-  static constexpr std::size_t kSize = 64;
+  static constexpr std::size_t kSize = TriangleFigures::kSize;
 
   explicit Block(double level) : level_(level) {}
 
-  // Takes at most kSize elements of a list of triangles.
-  void measure(std::span<void* const> triangles, std::span<void* const> edges) {
-    count_ = triangles.size();
-    oddCount_ = 0;
-    findEdges(triangles, edges);
-    for (std::size_t i = 0; i < count_; ++i) measureSides(i);
-    for (std::size_t i = 0; i < count_; ++i) areas_[i] = areasOf(sides_[0][i], sides_[1][i], sides_[2][i]);
-  }
-
-  void addVolumes(FillAndCut& sums) const {
-    for (std::size_t i = 0; i < count_;) {
-      const Place place = places_[i];
-      if (place == Place::Cut || place == Place::Fill) {
-        FillOrCut& side = place == Place::Cut ? sums.cut : sums.fill;
-        FillOrCut sum = side;  // in registers while the place stays the same
-        for (; i < count_ && places_[i] == place; ++i) sum.add(areas_[i].of[0], areas_[i].of[1], volumes_[i]);
-        side = sum;
-        continue;
+  // Takes the triangles from index `begin` on, kSize of them at most.
+  template <typename Triangles, typename Edges>
+  void take(const Triangles& triangles, std::size_t begin, const Edges& edges) {
+    taken_ = std::min(kSize, triangles.size() - begin);
+    unsigned indexes[kSize][3];
+    for (std::size_t i = 0; i < taken_; ++i) {
+      const Triangle* triangle = triangles[begin + i];
+      for (int which = 0; which < 3; ++which) {
+        const unsigned index = static_cast<unsigned>(triangle == nullptr ? 0 : triangle->getEno()[which]) - 1u;
+        indexes[i][which] = index;
+        if (index < edges.size()) edges.prefetchEntry(index);
       }
-      if (place == Place::Both) {
-        const Corners c = cornersOf(i);
-        addSplit(level_, splitAt(level_, *c.p1, *c.p2, *c.p3), sums);
+    }
+    for (std::size_t i = 0; i < taken_; ++i) {
+      for (int which = 0; which < 3; ++which) {
+        const unsigned index = indexes[i][which];
+        edges_[i][which] = index < edges.size() ? edges[index] : nullptr;
+        prefetchWhole(edges_[i][which]);
       }
-      ++i;
     }
   }
 
-  // Last of all: from here on the areas are those of the totals.
-  void addTotals(LevelSums& sums) {
-    for (std::size_t i = 0; i < oddCount_; ++i) areas_[odd_[i].place] = odd_[i].areas;
-    for (std::size_t i = 0; i < count_; ++i) {
-      sums.planArea += areas_[i].of[0];
-      sums.spatialArea += areas_[i].of[1];
-    }
+  void addTo(LevelSums& sums) {
+    measure();
+    addVolumes(sums.volumes);
+    addTotals(sums);
   }
 
  private:
-  struct Corners {
-    const TPoint* p1;
-    const TPoint* p2;
-    const TPoint* p3;
-  };
-
   // A triangle whose own areas are not those from the sides between its corners.
   struct Odd {
     std::size_t place;
     InPlanAndSpace areas;
   };
 
-  // Leaves null what cannot be measured.
-  void findEdges(std::span<void* const> triangles, std::span<void* const> edges) {
-    unsigned indexes[kSize][3];
-    const auto exists = [&edges](unsigned index) { return index < edges.size(); };
+  void measure() {
+    findCorners();
+    for (std::size_t i = 0; i < unsettledCount_; ++i) settle(unsettled_[i]);
+    for (std::size_t i = 0; i < count_; ++i) takeCoordinates(i);
+    figures_.workOut(level_, 0, count_);
     for (std::size_t i = 0; i < count_; ++i) {
-      const auto* triangle = static_cast<const Triangle*>(triangles[i]);
-      for (int which = 0; which < 3; ++which) {
-        const unsigned index = static_cast<unsigned>(triangle == nullptr ? 0 : triangle->getEno()[which]) - 1u;
-        indexes[i][which] = index;
-        prefetch(exists(index) ? &edges[index] : nullptr);
-      }
-    }
-    for (std::size_t i = 0; i < count_; ++i) {
-      for (int which = 0; which < 3; ++which) {
-        const unsigned index = indexes[i][which];
-        edges_[i][which] = exists(index) ? static_cast<const TEdge*>(edges[index]) : nullptr;
-        prefetchWhole(edges_[i][which]);
-      }
-    }
-    for (std::size_t i = 0; i < count_; ++i) {
-      for (const TEdge*& edge : edges_[i]) edge = isWhole(edge) ? edge : nullptr;
-      for (const TEdge* edge : {edges_[i][0], edges_[i][1]}) {  // these two have all three corners
-        if (edge == nullptr) continue;
-        prefetchWhole(edge->getStartPoint());
-        prefetchWhole(edge->getEndPoint());
-      }
+      if (!(figures_.sides[i] > 0)) settleByPositions(i);
     }
   }
 
-  Corners cornersOf(std::size_t i) const {
-    const TEdge& first = *edges_[i][0];
-    return {first.getStartPoint(), first.getEndPoint(), &thirdCorner(first, *edges_[i][1])};
+  // The corners of the triangles that can be measured, which are counted from here on, by the points that their edges
+  // share. What these do not tell is settled apart.
+  void findCorners() {
+    count_ = 0;
+    unsettledCount_ = 0;
+    oddCount_ = 0;
+    for (std::size_t i = 0; i < taken_; ++i) {
+      const auto [first, second, third] = edges_[i];
+      if (!isWhole(first) || !isWhole(second)) continue;
+      const TPoint* p1 = first->getStartPoint();
+      const TPoint* p2 = first->getEndPoint();
+      const TPoint* ends[2] = {second->getStartPoint(), second->getEndPoint()};
+      const auto near = static_cast<std::size_t>(ends[1] == p2);  // where the second goes on from the first
+      const TPoint* p3 = ends[1 - near];
+      row_[count_] = i;
+      corners_[0][count_] = p1;
+      corners_[1][count_] = p2;
+      corners_[2][count_] = p3;
+      for (const TPoint* p : {p1, p2, p3}) prefetchWhole(p);
+      if (!isWhole(third) || (static_cast<int>(ends[near] == p2) & joins(*third, p3, p1)) == 0) {
+        unsettled_[unsettledCount_++] = count_;
+        prefetchWhole(ends[near]);
+      }
+      ++count_;
+    }
   }
 
-  void measureSides(std::size_t i) {
-    const TEdge* const* edges = edges_[i];
-    if (edges[0] == nullptr || edges[1] == nullptr) {
-      places_[i] = Place::None;
+  // The third corner by the positions, and whether the edges go round the corners in their order. The totals take the
+  // sides in the order of the edges, which decides the last bit, and nothing without a third edge.
+  void settle(std::size_t i) {
+    const auto [first, second, third] = edges_[row_[i]];
+    corners_[2][i] = &thirdCorner(*first, *second);
+    if (!isWhole(third)) {
       odd_[oddCount_++] = {i, {{0.0, 0.0}}};
-      return;
-    }
-    Corners c = cornersBySharing(*edges[0], *edges[1]);
-    setSides(i, c);
-    if (!haveLength(i)) {
-      c = cornersOf(i);
-      setSides(i, c);
-    }
-    volumes_[i] = prismVolume(level_, *c.p1, *c.p2, *c.p3);
-    places_[i] = placeOf(level_, c.p1->getZ(), c.p2->getZ(), c.p3->getZ());
-    // The totals take the sides in the order of the edges, which decides the last bit, and nothing without a third
-    // edge.
-    const TEdge* third = edges[2];
-    if (third == nullptr) {
-      odd_[oddCount_++] = {i, {{0.0, 0.0}}};
-    } else if (!goRound(*edges[1], *third, c)) {
-      odd_[oddCount_++] = {i, areasOf(lengthsOf(*edges[0]), lengthsOf(*edges[1]), lengthsOf(*third))};
+    } else if ((joins(*second, corners_[1][i], corners_[2][i]) & joins(*third, corners_[2][i], corners_[0][i])) == 0) {
+      odd_[oddCount_++] = {i, areasOf(lengthsOf(*first), lengthsOf(*second), lengthsOf(*third))};
     }
   }
 
-  void setSides(std::size_t i, const Corners& c) {
-    sides_[0][i] = lengthsOf(*c.p1, *c.p2);
-    sides_[1][i] = lengthsOf(*c.p2, *c.p3);
-    sides_[2][i] = lengthsOf(*c.p3, *c.p1);
+  // Where a corner is at another's position, or at none, shared points do not tell what positions do.
+  void settleByPositions(std::size_t i) {
+    const TPoint* byPoints = corners_[2][i];
+    if (byPoints == &thirdCorner(*edges_[row_[i]][0], *edges_[row_[i]][1])) return;
+    settle(i);
+    takeCoordinates(i);
+    figures_.workOut(level_, i, i + 1);
   }
 
-  bool haveLength(std::size_t i) const {
-    return (static_cast<int>(sides_[0][i].of[0] > 0) & static_cast<int>(sides_[1][i].of[0] > 0) &
-            static_cast<int>(sides_[2][i].of[0] > 0)) != 0;
+  void takeCoordinates(std::size_t i) {
+    for (int corner = 0; corner < 3; ++corner) {
+      const TPoint& p = *corners_[corner][i];
+      figures_.x[corner][i] = p.getX();
+      figures_.y[corner][i] = p.getY();
+      figures_.z[corner][i] = p.getZ();
+    }
   }
 
-  // The corners that cornersOf() finds by their positions, where edges that meet share one point and all sides have a
-  // length in plan: then no corner is at another's position, nor NaN, so that to be the same point is to be there.
-  static Corners cornersBySharing(const TEdge& first, const TEdge& second) {
-    const TPoint* p1 = first.getStartPoint();
-    const TPoint* p2 = first.getEndPoint();
-    const TPoint* ends[2] = {second.getStartPoint(), second.getEndPoint()};
-    const int startIsShared = static_cast<int>(ends[0] == p1) | static_cast<int>(ends[0] == p2);
-    const int endIsShared = static_cast<int>(ends[1] == p1) | static_cast<int>(ends[1] == p2);
-    if (startIsShared == endIsShared) return {p1, p2, &thirdCorner(first, second)};
-    return {p1, p2, ends[startIsShared]};
+  Place placeAt(std::size_t i) const { return placeOf(level_, figures_.lowest[i], figures_.highest[i]); }
+
+  void addVolumes(FillAndCut& sums) const {
+    for (std::size_t i = 0; i < count_;) {
+      const Place place = placeAt(i);
+      if (place == Place::Both) {
+        addSplit(level_, splitAt(level_, *corners_[0][i], *corners_[1][i], *corners_[2][i]), sums);
+        ++i;
+        continue;
+      }
+      FillOrCut& side = place == Place::Cut ? sums.cut : sums.fill;
+      FillOrCut sum = side;  // in registers while the place stays the same
+      for (; i < count_ && placeAt(i) == place; ++i) {
+        sum.add(figures_.planArea[i], figures_.spatialArea[i], figures_.volume[i]);
+      }
+      side = sum;
+    }
   }
 
-  // Whether the second and the third edge join the corners in their order. Edges run this way or that as it happens, so
-  // nothing here is branched upon.
-  static bool goRound(const TEdge& second, const TEdge& third, const Corners& c) {
-    return (joins(second, c.p2, c.p3) & joins(third, c.p3, c.p1)) != 0;
+  // Last of all: from here on the areas are those of the totals.
+  void addTotals(LevelSums& sums) {
+    for (std::size_t i = 0; i < oddCount_; ++i) {
+      figures_.planArea[odd_[i].place] = odd_[i].areas.of[0];
+      figures_.spatialArea[odd_[i].place] = odd_[i].areas.of[1];
+    }
+    for (std::size_t i = 0; i < count_; ++i) {
+      sums.planArea += figures_.planArea[i];
+      sums.spatialArea += figures_.spatialArea[i];
+    }
   }
 
   double level_;
-  std::size_t count_ = 0;
+
+  // The triangles taken: their edges, null where they do not exist.
+  std::size_t taken_ = 0;
   const TEdge* edges_[kSize][3];
-  InPlanAndSpace sides_[3][kSize] = {};
-  InPlanAndSpace areas_[kSize];
-  double volumes_[kSize];
-  Place places_[kSize];
+
+  // Those of them that are measured: where their edges are, and their corners.
+  std::size_t count_ = 0;
+  std::size_t row_[kSize];
+  const TPoint* corners_[3][kSize];
+  TriangleFigures figures_;
+
+  std::size_t unsettledCount_ = 0;
+  std::size_t unsettled_[kSize];
   std::size_t oddCount_ = 0;
   Odd odd_[kSize];
 };
+
+template <typename Triangles, typename Edges>
+LevelSums sumOf(const Triangles& all, const Edges& edges, double level) {
+  LevelSums sums;
+  Block block(level);
+  for (std::size_t begin = 0; begin < all.size(); begin += Block::kSize) {
+    block.take(all, begin, edges);
+    block.addTo(sums);
+  }
+  return sums;
+}
 
 }  // namespace
 
 LevelSums sumAgainstLevel(const TList* triangles, const EList* edges, double level) {
   const std::span<void* const> all = ListElements::elementsOf(triangles);
   const std::span<void* const> allEdges = ListElements::elementsOf(edges);
-  LevelSums sums;
-  Block block(level);
-  for (std::size_t begin = 0; begin < all.size(); begin += Block::kSize) {
-    block.measure(all.subspan(begin, std::min(Block::kSize, all.size() - begin)), allEdges);
-    block.addVolumes(sums.volumes);
-    block.addTotals(sums);
+  const void* firstTriangle = ListElements::sideBySide(triangles);
+  const void* firstEdge = ListElements::sideBySide(edges);
+  if (firstTriangle != nullptr && firstEdge != nullptr) {
+    return sumOf(SideBySide<Triangle>(firstTriangle, all.size()), SideBySide<TEdge>(firstEdge, allEdges.size()), level);
   }
-  return sums;
+  return sumOf(ByPointers<Triangle>(all), ByPointers<TEdge>(allEdges), level);
 }
 
 }  // namespace detail

@@ -41,7 +41,7 @@ class ORVIKDTM_API SLType {
 
   // A copy of the pointers, and their replacement by a copy of the ones given (the old elements are not released).
   std::vector<void*> getListData() const { return listData_; }
-  void setListData(const std::vector<void*>& data) { listData_ = data; }
+  void setListData(const std::vector<void*>& data);
 
   // Releases every element of `list` and gives up its storage.
   void init(SLType* list);
@@ -72,6 +72,10 @@ class ORVIKDTM_API SLType {
 
   int maxlen_;
   std::vector<void*> listData_;
+
+  // The first element where all of them lie side by side in their order, as they do in a list that was filled at once
+  // and not changed since; null otherwise.
+  const void* sideBySide_ = nullptr;
 };
 
 }  // namespace OrvikDTM
