@@ -177,6 +177,7 @@ class FlatTIN {
   int beyondFlat(int slot, const Position& p) const;
   bool isNear(int slot, const Position& p) const;
   int fromStart(const Position& p) const;
+  void goOnInsteadOfIndex(Walk& walk, const Position& p) const;
   int fromSides(const Position& p) const;
   bool isCrowded() const;
 
@@ -205,6 +206,8 @@ class FlatTIN {
   mutable std::unique_ptr<const Index> index_;
   mutable std::unique_ptr<const Starts> starts_;
   mutable std::unique_ptr<const SideTree> sides_;
+
+  mutable int movesInsteadOfIndex_ = 0;
 
   // How many triangles have been tested, beyond the few that a query is worth, because their boxes hold a point.
   mutable std::size_t testedInVain_ = 0;

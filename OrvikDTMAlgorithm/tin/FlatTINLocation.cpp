@@ -230,7 +230,15 @@ int FlatTIN::fromStart(const Position& p) const {
   if (!near.grid.covers(p)) return 0;
   Walk walk = walkFrom(static_cast<int>(near.slots[near.grid.cellOf(p)]));
   goOn(walk, p, kMovesFromStart);
+  if (walk.state == Walk::State::kOnTheWay && index_ == nullptr) goOnInsteadOfIndex(walk, p);
   return walk.state == Walk::State::kFound ? walk.slot : 0;
+}
+
+// A long walk is cheaper than making the index, until all of these together are as long as there are triangles.
+void FlatTIN::goOnInsteadOfIndex(Walk& walk, const Position& p) const {
+  const int before = walk.movesLeft;
+  goOn(walk, p, triangleCount() - movesInsteadOfIndex_);
+  movesInsteadOfIndex_ = std::min(triangleCount(), movesInsteadOfIndex_ + before - walk.movesLeft);
 }
 
 FlatTIN::Holders FlatTIN::holdersOf(const Position& p, const ScanOrder& order) const {
