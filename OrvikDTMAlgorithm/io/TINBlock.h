@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <limits>
 #include <memory>
-#include <span>
 
 #include <OrvikDTMAlgorithm/io/ByteOrder.h>
 #include <OrvikDTMAlgorithm/io/ByteReader.h>
@@ -82,15 +81,16 @@ inline void prefetchPoints(const TEdge* edge) {
 template <typename Element, std::size_t kRecordBytes, typename Sink, typename Write>
 void writeRecords(const SLType* list, Sink& sink, Write write) {
   constexpr std::size_t kRecordsAtOnce = Sink::kLargestPiece / kRecordBytes;
-  const std::span<void* const> elements = ListElements::elementsOf(list);
-  for (std::size_t i = 0; i < elements.size();) {
-    const std::size_t end = std::min(i + kRecordsAtOnce, elements.size());
-    unsigned char* record = sink.claim((end - i) * kRecordBytes);
-    for (; i < end; ++i, record += kRecordBytes) {
-      const std::size_t ahead = std::min(i + kPrefetchAhead, elements.size() - 1);
-      write(record, static_cast<const Element*>(elements[i]), static_cast<const Element*>(elements[ahead]));
+  ListElements::read<Element>(list, [&sink, &write](const auto& elements) {
+    for (std::size_t i = 0; i < elements.size();) {
+      const std::size_t end = std::min(i + kRecordsAtOnce, elements.size());
+      unsigned char* record = sink.claim((end - i) * kRecordBytes);
+      for (; i < end; ++i, record += kRecordBytes) {
+        const std::size_t ahead = std::min(i + kPrefetchAhead, elements.size() - 1);
+        write(record, elements[i], elements[ahead]);
+      }
     }
-  }
+  });
 }
 
 template <typename Sink>

@@ -53,6 +53,11 @@ class Blocks {
     }
   }
 
+  void releaseRun(void* first, std::size_t count) noexcept {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    drop(blockOf(first), count);
+  }
+
  private:
   struct Block {
     std::byte* end;
@@ -88,6 +93,8 @@ void releaseElement(void* element) noexcept { Blocks::all().release(&element, 1)
 void releaseElements(const std::vector<void*>& elements) noexcept {
   Blocks::all().release(elements.data(), elements.size());
 }
+
+void releaseRun(void* first, std::size_t count) noexcept { Blocks::all().releaseRun(first, count); }
 
 }  // namespace detail
 

@@ -19,5 +19,8 @@ void* allocateElements(std::size_t count, std::size_t size);
 void releaseElement(void* element) noexcept;
 void releaseElements(const std::vector<void*>& elements) noexcept;
 
+// The same for `count` elements side by side in one block.
+void releaseRun(void* first, std::size_t count) noexcept;
+
 }  // namespace detail
 }  // namespace OrvikDTM

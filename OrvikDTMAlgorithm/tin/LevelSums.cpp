@@ -235,14 +235,9 @@ LevelSums sumOf(const Triangles& all, const Edges& edges, double level) {
 }  // namespace
 
 LevelSums sumAgainstLevel(const TList* triangles, const EList* edges, double level) {
-  const std::span<void* const> all = ListElements::elementsOf(triangles);
-  const std::span<void* const> allEdges = ListElements::elementsOf(edges);
-  const void* firstTriangle = ListElements::sideBySide(triangles);
-  const void* firstEdge = ListElements::sideBySide(edges);
-  if (firstTriangle != nullptr && firstEdge != nullptr) {
-    return sumOf(SideBySide<Triangle>(firstTriangle, all.size()), SideBySide<TEdge>(firstEdge, allEdges.size()), level);
-  }
-  return sumOf(ByPointers<Triangle>(all), ByPointers<TEdge>(allEdges), level);
+  return ListElements::read<Triangle>(triangles, [&](const auto& all) {
+    return ListElements::read<TEdge>(edges, [&](const auto& allEdges) { return sumOf(all, allEdges, level); });
+  });
 }
 
 }  // namespace detail

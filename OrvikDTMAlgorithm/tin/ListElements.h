@@ -52,20 +52,26 @@ class ListElements {
     last = std::min(last, list.getMaxlen());
     if (last < first) return;
     const auto count = static_cast<std::size_t>(last - first + 1);
-    list.listData_.reserve(list.listData_.size() + count);
-    auto* element = static_cast<Element*>(allocateElements(count, sizeof(Element)));
-    list.sideBySide_ = first == 1 ? element : nullptr;
-    for (int number = first; number <= last; ++number, ++element) {
-      list.listData_.push_back(new (element) Element(make(number)));
+    list.holdByPointers();
+    if (first > 1) list.listData_.reserve(list.listData_.size() + count);
+    auto* const begin = static_cast<Element*>(allocateElements(count, sizeof(Element)));
+    auto* element = begin;
+    for (int number = first; number <= last; ++number, ++element) new (element) Element(make(number));
+    if (first == 1) {
+      list.run_ = {reinterpret_cast<std::byte*>(begin), count, sizeof(Element)};
+    } else {
+      for (element = begin; element < begin + count; ++element) list.listData_.push_back(element);
     }
   }
 
-  // The first of the elements where they lie side by side, else null.
-  static const void* sideBySide(const SLType* list) { return list == nullptr ? nullptr : list->sideBySide_; }
-
-  // The elements as they lie in the list, which must not change meanwhile.
-  static std::span<void* const> elementsOf(const SLType* list) {
-    return list == nullptr ? std::span<void* const>() : std::span<void* const>(list->listData_);
+  // Calls read(elements) with the elements of a list as one of the two above, and returns what it returns. A null list
+  // has none.
+  template <typename Element, typename Read>
+  static auto read(const SLType* list, Read read) {
+    if (list != nullptr && list->run_.first != nullptr) {
+      return read(SideBySide<Element>(list->run_.first, list->run_.length));
+    }
+    return read(ByPointers<Element>(list == nullptr ? std::span<void* const>() : std::span(list->listData_)));
   }
 };
 

@@ -2,8 +2,8 @@
 // stores (a triangle's edges, an edge's triangles, a hull entry's edge) are positions in these lists; 0 means none.
 //
 // 1. Elements are held as untyped pointers made with `new` and released as raw storage: no destructor runs, so elements
-// hold
-//    no resources of their own.
+//    hold no resources of their own. Those that the library makes many of at once lie side by side, and need no
+//    pointers until the list is changed.
 // 2. The operations take the list to work on as their first argument; callers pass the list itself:
 //    list->add(list, element). A null list has no elements and accepts none.
 // 3. Copying copies the capacity and the pointers, not the elements: copy and source share them, and both would release
@@ -11,6 +11,7 @@
 #pragma once
 
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 #include <OrvikDTMAlgorithm/Export.h>
@@ -37,10 +38,10 @@ class ORVIKDTM_API SLType {
   int getMaxlen() const { return maxlen_; }
   void setMaxlen(int n);
 
-  int getListLen() const { return static_cast<int>(listData_.size()); }
+  int getListLen() const { return static_cast<int>(length()); }
 
   // A copy of the pointers, and their replacement by a copy of the ones given (the old elements are not released).
-  std::vector<void*> getListData() const { return listData_; }
+  std::vector<void*> getListData() const;
   void setListData(const std::vector<void*>& data);
 
   // Releases every element of `list` and gives up its storage.
@@ -61,7 +62,8 @@ class ORVIKDTM_API SLType {
   // Element `num`, or null when there is no such element.
   void* findByNum(const SLType* list, int num) const {
     const auto index = static_cast<std::size_t>(static_cast<unsigned>(num) - 1u);
-    return list == nullptr || index >= list->listData_.size() ? nullptr : list->listData_[index];
+    if (list == nullptr || index >= list->length()) return nullptr;
+    return list->run_.first != nullptr ? list->run_.at(index) : list->listData_[index];
   }
 
   // Swaps elements a and b and returns `list`; null, and nothing is changed, when either does not exist.
@@ -70,12 +72,37 @@ class ORVIKDTM_API SLType {
  private:
   friend class detail::ListElements;
 
-  int maxlen_;
-  std::vector<void*> listData_;
+  // Elements side by side; without a first one there are none.
+  struct Run {
+    std::byte* first = nullptr;
+    std::size_t length = 0;
+    std::size_t bytesOfOne = 0;
 
-  // The first element where all of them lie side by side in their order, as they do in a list that was filled at once
-  // and not changed since; null otherwise.
-  const void* sideBySide_ = nullptr;
+    Run() = default;
+    Run(std::byte* begin, std::size_t count, std::size_t bytes) : first(begin), length(count), bytesOfOne(bytes) {}
+    Run(const Run&) = default;
+    Run& operator=(const Run&) = default;
+    Run(Run&& other) noexcept : Run(other.first, other.length, other.bytesOfOne) { other.first = nullptr; }
+    Run& operator=(Run&& other) noexcept {
+      first = std::exchange(other.first, nullptr);
+      length = other.length;
+      bytesOfOne = other.bytesOfOne;
+      return *this;
+    }
+    ~Run() = default;
+
+    void* at(std::size_t index) const { return first + index * bytesOfOne; }
+  };
+
+  std::size_t length() const { return run_.first != nullptr ? run_.length : listData_.size(); }
+  void holdByPointers();
+  void releaseAll();
+
+  int maxlen_;
+
+  // The elements are in one of the two: in the run if there is one.
+  std::vector<void*> listData_;
+  Run run_;
 };
 
 }  // namespace OrvikDTM

@@ -1,6 +1,7 @@
 // The numbered lists: what is refused, what is renumbered, what is shared and what is released.
 #include <OrvikDTMAlgorithm/tin/ConvexList.h>
 #include <OrvikDTMAlgorithm/tin/EList.h>
+#include <OrvikDTMAlgorithm/tin/ListElements.h>
 #include <OrvikDTMAlgorithm/tin/PList.h>
 #include <OrvikDTMAlgorithm/tin/SLType.h>
 #include <OrvikDTMAlgorithm/tin/TConvex.h>
@@ -14,17 +15,22 @@ namespace {
 
 TPoint* pointNumber(int x) { return new TPoint(x, 0, 0); }
 
-class ListOfThree : public testing::Test {
+TConvex* entryNumber(int edge) { return new TConvex(edge); }
+
+// Filled one by one, or at once: nobody can tell.
+class ListOfThree : public testing::TestWithParam<bool> {
  protected:
   ListOfThree() {
-    for (int i = 0; i < 3; ++i) {
-      points_[i] = pointNumber(i + 1);
-      list_.add(&list_, points_[i]);
+    if (GetParam()) {
+      detail::ListElements::append<TConvex>(list_, 3, [](int number) { return TConvex(number); });
+    } else {
+      for (int number = 1; number <= 3; ++number) list_.add(&list_, entryNumber(number));
     }
+    for (int i = 0; i < 3; ++i) entries_[i] = list_.findByNum(&list_, i + 1);
   }
 
-  PList list_;
-  TPoint* points_[3];
+  ConvexList list_;
+  TConvex* entries_[3];
 };
 
 TEST(SLType, NewListAcceptsAHundred) {
@@ -37,84 +43,120 @@ TEST(SLType, NewListAcceptsAHundred) {
   EXPECT_EQ(list.getListLen(), 100);
 }
 
-TEST_F(ListOfThree, IsNumberedFromOne) {
+TEST_P(ListOfThree, HoldsItsElementsInOrder) {
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(entries_[i]->getEdgeNo(), i + 1);
+  EXPECT_EQ(list_.getListData(), std::vector<void*>(entries_, entries_ + 3));
+}
+
+TEST_P(ListOfThree, GrowsByMoreAtOnce) {
+  list_.setMaxlen(5);
+  detail::ListElements::append<TConvex>(list_, 9, [](int number) { return TConvex(number); });
+  ASSERT_EQ(list_.getListLen(), 5);
+  for (int number = 1; number <= 5; ++number) EXPECT_EQ(list_.findByNum(&list_, number)->getEdgeNo(), number);
+  EXPECT_EQ(list_.findByNum(&list_, 1), entries_[0]);
+}
+
+TEST_P(ListOfThree, MovesOutWhole) {
+  ConvexList moved(std::move(list_));
+  EXPECT_EQ(list_.getListLen(), 0);
+  EXPECT_EQ(moved.findByNum(&moved, 3), entries_[2]);
+  list_ = std::move(moved);
+  EXPECT_EQ(moved.getListLen(), 0);
+  EXPECT_EQ(list_.findByNum(&list_, 3), entries_[2]);
+  EXPECT_EQ(list_.add(&list_, entryNumber(4)), 1);
+  EXPECT_EQ(list_.getListLen(), 4);
+}
+
+TEST_P(ListOfThree, IsNumberedFromOne) {
   EXPECT_EQ(list_.findByNum(&list_, 0), nullptr);
   EXPECT_EQ(list_.findByNum(&list_, -1), nullptr);
-  EXPECT_EQ(list_.findByNum(&list_, 1), points_[0]);
-  EXPECT_EQ(list_.findByNum(&list_, 3), points_[2]);
+  EXPECT_EQ(list_.findByNum(&list_, 1), entries_[0]);
+  EXPECT_EQ(list_.findByNum(&list_, 3), entries_[2]);
   EXPECT_EQ(list_.findByNum(&list_, 4), nullptr);
 }
 
-TEST_F(ListOfThree, FullListRefusesAndKeepsNothing) {
+TEST_P(ListOfThree, FullListRefusesAndKeepsNothing) {
   list_.setMaxlen(3);
-  TPoint* extra = pointNumber(4);
+  TConvex* extra = entryNumber(4);
   EXPECT_EQ(list_.add(&list_, extra), 0);
   EXPECT_EQ(list_.insert(&list_, 1, extra), 0);
   EXPECT_EQ(list_.getListLen(), 3);
-  delete extra;
+  detail::releaseElement(extra);
 }
 
-TEST_F(ListOfThree, DeletionRenumbersWhatFollows) {
+TEST_P(ListOfThree, DeletionRenumbersWhatFollows) {
   EXPECT_EQ(list_.deleteData(&list_, 0), 0);
   EXPECT_EQ(list_.deleteData(&list_, 4), 0);
   EXPECT_EQ(list_.deleteData(&list_, 1), 1);
   EXPECT_EQ(list_.getListLen(), 2);
-  EXPECT_EQ(list_.findByNum(&list_, 1), points_[1]);
-  EXPECT_EQ(list_.findByNum(&list_, 2), points_[2]);
+  EXPECT_EQ(list_.findByNum(&list_, 1), entries_[1]);
+  EXPECT_EQ(list_.findByNum(&list_, 2), entries_[2]);
 }
 
-TEST_F(ListOfThree, InsertionMovesUp) {
-  TPoint* first = pointNumber(10);
-  TPoint* last = pointNumber(20);
+TEST_P(ListOfThree, InsertionMovesUp) {
+  TConvex* first = entryNumber(10);
+  TConvex* last = entryNumber(20);
   EXPECT_EQ(list_.insert(&list_, 1, first), 1);
   EXPECT_EQ(list_.insert(&list_, 5, last), 1);
   EXPECT_EQ(list_.findByNum(&list_, 1), first);
-  EXPECT_EQ(list_.findByNum(&list_, 2), points_[0]);
+  EXPECT_EQ(list_.findByNum(&list_, 2), entries_[0]);
   EXPECT_EQ(list_.findByNum(&list_, 5), last);
-  TPoint* nowhere = pointNumber(30);
+  TConvex* nowhere = entryNumber(30);
   EXPECT_EQ(list_.insert(&list_, 0, nowhere), 0);
   EXPECT_EQ(list_.insert(&list_, 7, nowhere), 0);
-  delete nowhere;
+  detail::releaseElement(nowhere);
 }
 
-TEST_F(ListOfThree, SwitchesTwoPositions) {
+TEST_P(ListOfThree, SwitchesTwoPositions) {
   EXPECT_EQ(list_.switchPos(&list_, 1, 1), &list_);
-  EXPECT_EQ(list_.findByNum(&list_, 1), points_[0]);
+  EXPECT_EQ(list_.findByNum(&list_, 1), entries_[0]);
   EXPECT_EQ(list_.switchPos(&list_, 0, 1), nullptr);
   EXPECT_EQ(list_.switchPos(&list_, 1, 4), nullptr);
-  EXPECT_EQ(list_.findByNum(&list_, 1), points_[0]);
+  EXPECT_EQ(list_.findByNum(&list_, 1), entries_[0]);
   EXPECT_EQ(list_.switchPos(&list_, 1, 3), &list_);
-  EXPECT_EQ(list_.findByNum(&list_, 1), points_[2]);
-  EXPECT_EQ(list_.findByNum(&list_, 3), points_[0]);
+  EXPECT_EQ(list_.findByNum(&list_, 1), entries_[2]);
+  EXPECT_EQ(list_.findByNum(&list_, 3), entries_[0]);
 }
 
-TEST_F(ListOfThree, CopySharesTheElements) {
+TEST_P(ListOfThree, CopySharesTheElements) {
   list_.setMaxlen(7);
-  PList copy(list_);
+  ConvexList copy(list_);
   EXPECT_EQ(copy.getMaxlen(), 7);
-  EXPECT_EQ(copy.findByNum(&copy, 2), points_[1]);
+  EXPECT_EQ(copy.findByNum(&copy, 2), entries_[1]);
   copy.setListData({});
-  PList assigned;
+  ConvexList assigned;
   assigned = list_;
-  EXPECT_EQ(assigned.findByNum(&assigned, 3), points_[2]);
+  EXPECT_EQ(assigned.findByNum(&assigned, 3), entries_[2]);
   assigned.setListData({});
   EXPECT_EQ(list_.getListLen(), 3);
 }
 
-TEST_F(ListOfThree, DataIsACopyOfThePointers) {
+TEST_P(ListOfThree, DataIsACopyOfThePointers) {
   std::vector<void*> data = list_.getListData();
   data.pop_back();
   EXPECT_EQ(list_.getListLen(), 3);
   list_.setListData(data);
   EXPECT_EQ(list_.getListLen(), 2);
-  delete points_[2];
+  detail::releaseElement(entries_[2]);
 }
 
-TEST_F(ListOfThree, InitReleasesEverything) {
+TEST_P(ListOfThree, InitReleasesEverything) {
   list_.init(&list_);
   EXPECT_EQ(list_.getListLen(), 0);
   EXPECT_EQ(list_.findByNum(&list_, 1), nullptr);
 }
+
+TEST_P(ListOfThree, IsUsedAgainAfterInit) {
+  list_.init(&list_);
+  EXPECT_EQ(list_.add(&list_, entryNumber(7)), 1);
+  EXPECT_EQ(list_.findByNum(&list_, 1)->getEdgeNo(), 7);
+  list_.init(&list_);
+  detail::ListElements::append<TConvex>(list_, 2, [](int number) { return TConvex(number); });
+  EXPECT_EQ(list_.getListLen(), 2);
+}
+
+INSTANTIATE_TEST_SUITE_P(, ListOfThree, testing::Bool(),
+                         [](const auto& way) { return way.param ? "AtOnce" : "OneByOne"; });
 
 TEST(SLType, NullListHasNoElements) {
   SLType list;
