@@ -1,5 +1,5 @@
-// Private. The three lists of a TIN as bytes (docs/ttin-format.md): how many they are, and into any sink that hands out
-// room for small pieces, and from a reader.
+// Private. The three lists of a TIN as bytes (docs/ttin-format.md): how many they are, writing them into any sink that
+// hands out room for small pieces, and reading them.
 #pragma once
 
 #include <algorithm>
