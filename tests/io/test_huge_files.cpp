@@ -1,8 +1,7 @@
 // Files that are larger than memory, or have no end: they count as files that cannot be read. Each is all hole, so that
-// it takes no room on the disk, and is read in a process of its own whose memory is limited. The address sanitizer
-// reserves more than any such limit leaves, and ends the process where an allocation would fail: there is nothing to
-// see under it.
-#if !defined(_WIN32) && !defined(__SANITIZE_ADDRESS__)
+// it takes no room on the disk, and is read in a process of its own whose memory is limited. Not
+// part of builds with the address sanitizer, which reserves more than any such limit leaves.
+#ifndef _WIN32
 
 #include <sys/resource.h>
 #include <sys/wait.h>
