@@ -161,10 +161,12 @@ ORVIKDTM_API DTMSurface* loadDTMSurface(const char* path, int kind);
    current library and hands each surface to the surface callback. Files that cannot be loaded are passed over. */
 ORVIKDTM_API void getSurfaceByPath(const char* location, const char* type);
 
-/* Writes a surface to a ".ttin" file. 0 for a bad index and when the file cannot be opened. */
+/* Writes a surface to a ".ttin" file. 0 for a bad index and when the file cannot be written whole: the earlier file
+   then stays. */
 ORVIKDTM_API int saveSurface(unsigned int index, const char* path);
 
-/* Writes a surface's TIN to a ".sjw" file. 0 for a bad index, without a TIN, and when the file cannot be opened. */
+/* Writes a surface's TIN to a ".sjw" file. 0 for a bad index, without a TIN, and when the file cannot be written whole:
+   the earlier file then stays. */
 ORVIKDTM_API int exportFileSJW(unsigned int index, const char* path);
 
 /* Deletes a file. 1 when it is gone or never was there, 0 when it cannot be removed. */
@@ -244,8 +246,8 @@ ORVIKDTM_API void freeFillCutResult(FillCutResult* result);
 /* Computes as getFillCut does and writes a report to reportPath: kind 0 is a page of HTML in UTF-8, 1 a text. `labels`
    are all its words, twelve texts separated by commas: title, surface name, level, volumes, cut volume, fill volume, 2D
    area, 3D area, 2D perimeter, 3D perimeter, cut areas, fill areas; absent ones are empty. 0 for another kind, when
-   there is no result, and when the file cannot be opened. The page is UTF-8 throughout, names and infinities included;
-   the text holds names in their own bytes and the infinity sign in GBK. */
+   there is no result, and when the file cannot be written whole. The page is UTF-8 throughout, names and infinities
+   included; the text holds names in their own bytes and the infinity sign in GBK. */
 ORVIKDTM_API int exportVolumeReport(const char* path, double elevation, bool useRange, int kind, const char* labels,
                                     const char* reportPath);
 

@@ -19,7 +19,8 @@ class ORVIKDTM_API DTMFileOperation {
 
   // Writes `surface` to a ".ttin" file (docs/ttin-format.md). The file is written beside its target and renamed over it
   // when complete, so the target is always the old file or the new one; in a folder that allows no new file the target
-  // is written in place. True once the file was opened, also when the disk is full by then; false for a null surface.
+  // is written in place. False for a null surface and when the file cannot be written whole: it cannot be opened, the
+  // disk is full, a limit of the process is reached, or it cannot be renamed. No signal is raised by that.
   bool saveSurfaces(const char* path, DTMSurface* surface);
 
   // Fills `surface` from a file: type 0 is ".ttin", 1 ".sjw", 2 LandXML ".xml"; the extension must fit. Blanks
@@ -47,9 +48,9 @@ class ORVIKDTM_API DTMFileOperation {
   // to `path`: form 0 is a page of HTML in UTF-8, form 1 a text in the bytes that it is given. `labels` holds all
   // wording, twelve texts separated by commas: title, surface name, level or reference, volumes, cut volume, fill
   // volume, 2D area, 3D area, 2D perimeter, 3D perimeter, cut areas, fill areas; absent ones are empty. A `refName`
-  // goes into the report as it is: for the page it is UTF-8 already. Infinities of the page are U+221E in UTF-8. True
-  // once the file was opened for writing (a disk that is full by then is not reported); false, with nothing written,
-  // for another form or when something is null or the file cannot be opened.
+  // goes into the report as it is: for the page it is UTF-8 already. Infinities of the page are U+221E in UTF-8.
+  // False, and the earlier file stays, for another form, when something is null and when the file cannot be written
+  // whole.
   bool exportVolumeReport(const FillCutResult* result, const DTMSurface* surface, int form, double elevation,
                           const char* labels, const char* path);
   bool exportVolumeReport(const FillCutResult* result, const DTMSurface* surface, int form, const char* refName,

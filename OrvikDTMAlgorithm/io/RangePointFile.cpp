@@ -72,7 +72,7 @@ bool DTMFileOperation::saveRangePointFile(const char* path, bool first, bool sec
   for (const RangePoint* vertex : points) {
     if (vertex != nullptr) text += lineOf(*vertex);
   }
-  return detail::writeTextFile(path, text) == detail::Written::kWhole;
+  return detail::writeTextFile(path, text);
 }
 
 }  // namespace OrvikDTM

@@ -67,7 +67,7 @@ std::string CEType::getCASSsjw() const {
 bool DTMSurface::exportFileSJW(const char* path) {
   CEType* model = getCEType();
   if (model == nullptr) return false;
-  return detail::writeTextFile(path, model->getCASSsjw()) != detail::Written::kNothing;
+  return detail::writeTextFile(path, model->getCASSsjw());
 }
 
 // ---- reading

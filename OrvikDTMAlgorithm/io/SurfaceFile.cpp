@@ -33,11 +33,10 @@ bool DTMFileOperation::saveSurfaces(const char* path, DTMSurface* surface) {
   if (path == nullptr || surface == nullptr) return false;
   const CEType* tin = surface->getCEType();  // before the file is touched: this may need much memory
   const std::size_t size = kHeaderBytes + detail::surfaceBytes(*surface, tin);
-  const detail::Written written = detail::writeBinaryFile(path, size, [surface, tin](detail::FileSink& sink) {
+  return detail::writeBinaryFile(path, size, [surface, tin](detail::FileSink& sink) {
     writeHeader(sink.claim(kHeaderBytes));
     detail::writeSurface(*surface, tin, sink);
   });
-  return written != detail::Written::kNothing;
 }
 
 // The first bytes are not compared: what follows them tells whether it is a surface.

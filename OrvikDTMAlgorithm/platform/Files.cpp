@@ -1,6 +1,7 @@
 // Files as wholes: read in one call, written so that nothing is lost, removed, listed. The same on every system; what
 // differs stands behind Files.h.
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <filesystem>
 #include <new>
@@ -15,6 +16,17 @@ inline namespace OrvikDTM {
 namespace detail {
 
 namespace fs = std::filesystem;
+
+namespace {
+
+// Whether the latest call for `file` was cut short by a signal that the host handles, so that it is to be made again.
+bool isInterrupted(std::FILE* file) {
+  if (std::ferror(file) == 0 || errno != EINTR) return false;
+  std::clearerr(file);
+  return true;
+}
+
+}  // namespace
 
 FileSink::FileSink(std::FILE* file) : file_(file), buffer_(std::make_unique_for_overwrite<unsigned char[]>(kCapacity)) {
   std::setvbuf(file, nullptr, _IONBF, 0);  // the buffer here is the only one
@@ -36,8 +48,14 @@ void FileSink::writeOut() {
 }
 
 void FileSink::write(const void* bytes, std::size_t count) {
-  if (failed_ || count == 0) return;
-  failed_ = std::fwrite(bytes, 1, count, file_) != count;
+  const char* next = static_cast<const char*>(bytes);
+  while (!failed_ && count > 0) {
+    errno = 0;
+    const std::size_t written = std::fwrite(next, 1, count, file_);
+    failed_ = written < count && !isInterrupted(file_);
+    next += written;
+    count -= written;
+  }
 }
 
 std::string uniqueSuffix() {
@@ -64,8 +82,12 @@ bool readAll(const char* path, Contents& contents) {
   if (expected >= kWorthLargePages) preferLargePages(contents.data(), expected);
   contents.resize(expected);
   for (;;) {
+    errno = 0;
     length += std::fread(contents.data() + length, 1, contents.size() - length, file.get());
-    if (length < contents.size()) break;
+    if (length < contents.size()) {
+      if (isInterrupted(file.get())) continue;
+      break;
+    }
     if (length - expected >= kMostBeyondSize) return false;
     contents.resize(contents.size() + std::max(contents.size(), kSmallestStep));
   }
@@ -136,37 +158,36 @@ struct Contents {
   const FillFile& fill;
 };
 
-Written writeInPlace(const std::string& target, const Contents& contents) {
+bool writeInPlace(const std::string& target, const Contents& contents) {
   File file = openFile(target, contents.mode);
-  if (!file) return Written::kNothing;
-  return fillAndClose(std::move(file), contents.fill) ? Written::kWhole : Written::kPart;
+  return file && fillAndClose(std::move(file), contents.fill);
 }
 
-// Opening empties the old file, so that is not done where the new contents would find no room.
-Written writeOver(const std::string& target, std::uintmax_t size, const Contents& contents) {
-  return hasRoomInPlaceOf(target, size) ? writeInPlace(target, contents) : Written::kPart;
+// Opening empties the old file, so that is not done where the new contents would find no room. A new file that was cut
+// short is removed.
+bool writeOver(const std::string& target, std::uintmax_t size, const Contents& contents) {
+  if (!hasRoomInPlaceOf(target, size)) return false;
+  std::error_code ignored;
+  const bool isNew = !fs::exists(target, ignored);
+  const bool whole = writeInPlace(target, contents);
+  if (!whole && isNew) std::remove(target.c_str());
+  return whole;
 }
 
-Written writeByReplacing(const std::string& target, const Contents& contents) {
+bool writeByReplacing(const std::string& target, const Contents& contents) {
   FileBeside beside = createBeside(target, contents.mode);
-  if (!beside.file) {
-    if (beside.folderRefuses) return writeOver(target, contents.size, contents);
-    std::error_code ignored;
-    return fs::exists(target, ignored) ? Written::kPart : Written::kNothing;
-  }
+  if (!beside.file) return beside.folderRefuses && writeOver(target, contents.size, contents);
   Unfinished unfinished(std::move(beside.path));
-  if (!reserveRoom(beside.file.get(), contents.size)) return Written::kPart;
-  if (!fillAndClose(std::move(beside.file), contents.fill)) return Written::kPart;
+  if (!reserveRoom(beside.file.get(), contents.size)) return false;
+  if (!fillAndClose(std::move(beside.file), contents.fill)) return false;
   const Put put = unfinished.putInPlaceOf(target);
-  if (put != Put::kRefused) return put == Put::kDone ? Written::kWhole : Written::kPart;
+  if (put != Put::kRefused) return put == Put::kDone;
   const std::uintmax_t size = unfinished.size();
   unfinished.remove();  // it would take the room of what is written now
   return writeOver(target, size, contents);
 }
 
-Written write(const char* path, const Contents& contents) {
-  if (path == nullptr) return Written::kNothing;
-  const std::string opened = existingPath(path);
+bool writeTo(const std::string& opened, const Contents& contents) {
   switch (wayToWrite(opened)) {
     case WayToWrite::kReplace:
       return writeByReplacing(behindLinks(opened), contents);
@@ -175,7 +196,13 @@ Written write(const char* path, const Contents& contents) {
     case WayToWrite::kNone:
       break;
   }
-  return Written::kNothing;
+  return false;
+}
+
+bool write(const char* path, const Contents& contents) {
+  if (path == nullptr) return false;
+  const std::string opened = existingPath(path);
+  return withoutWriteSignals([&] { return writeTo(opened, contents); });
 }
 
 }  // namespace
@@ -184,17 +211,21 @@ bool readWholeFile(const char* path, std::string& contents) { return readWhole(p
 
 bool readWholeFile(const char* path, Bytes& contents) { return readWhole(path, contents); }
 
-Written writeBinaryFile(const char* path, std::size_t size, const FillFile& fill) {
+bool writeBinaryFile(const char* path, std::size_t size, const FillFile& fill) {
   return write(path, {kWriteBytes, size, fill});
 }
 
-Written writeTextFile(const char* path, const std::string& text) {
+bool writeTextFile(const char* path, const std::string& text) {
   return write(path, {kWriteText, text.size(), [&text](FileSink& sink) { sink.append(text); }});
 }
 
+// Where the folder may not be searched, or the disk fails, there may be a file.
 bool pathExists(const char* path) {
-  std::error_code ignored;
-  return path != nullptr && fs::exists(fs::symlink_status(existingPath(path), ignored));
+  if (path == nullptr) return false;
+  std::error_code failure;
+  const fs::file_type type = fs::symlink_status(existingPath(path), failure).type();
+  if (type != fs::file_type::none) return type != fs::file_type::not_found;
+  return failure != std::errc::filename_too_long && failure != std::errc::too_many_symbolic_link_levels;
 }
 
 bool removeFile(const char* path) {

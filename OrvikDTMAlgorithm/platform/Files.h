@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -61,8 +62,15 @@ enum class Put { kDone, kRefused, kFailed };
 
 Put putInPlace(const std::string& path, const std::string& target);
 
-// Whether so many bytes find room where `target` stands now, once it is emptied; true also where nobody can tell.
+// Whether so many bytes find room where `target` stands now, once it is emptied, on the disk and within the limit on
+// the size of files; true also where nobody can tell.
 bool hasRoomInPlaceOf(const std::string& target, std::uintmax_t bytes);
+
+// Calls `work`, in which a write that the system refuses fails with an error code only. On POSIX systems it also raises
+// a signal that ends the process by default: SIGXFSZ beyond the limit on the size of files, SIGPIPE for a pipe that
+// nobody reads. They are blocked for this thread meanwhile, and taken off again; the process's own handling of signals
+// is left alone.
+bool withoutWriteSignals(const std::function<bool()>& work);
 
 }  // namespace detail
 }  // namespace OrvikDTM

@@ -1,7 +1,10 @@
 // Reading and writing files on POSIX systems.
 #include <cerrno>
 #include <climits>
+#include <csignal>
+#include <ctime>
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
@@ -50,9 +53,62 @@ void takeOver(int file, const struct stat& from) {
   fchmod(file, from.st_mode & kPermissions);
 }
 
+// Whether a file may not grow to so many bytes in this process.
+bool isBeyondLimit(std::uintmax_t bytes) {
+  struct rlimit limit {};
+  return getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY && bytes > limit.rlim_cur;
+}
+
+// Blocks, for this thread, the signals of a refused write, which are sent to the thread that writes.
+class WriteSignalsBlocked {
+ public:
+  WriteSignalsBlocked() {
+    sigset_t both;
+    sigemptyset(&both);
+    for (const int signal : kSignals) sigaddset(&both, signal);
+    pthread_sigmask(SIG_BLOCK, &both, &mask_);
+    sigpending(&pending_);
+  }
+  ~WriteSignalsBlocked() {
+    for (const int signal : kSignals) takeOff(signal);
+    pthread_sigmask(SIG_SETMASK, &mask_, nullptr);
+  }
+  WriteSignalsBlocked(const WriteSignalsBlocked&) = delete;
+  WriteSignalsBlocked& operator=(const WriteSignalsBlocked&) = delete;
+
+ private:
+  static constexpr int kSignals[] = {SIGXFSZ, SIGPIPE};
+
+  // A signal that the host had blocked and that was pending before stays pending.
+  void takeOff(int signal) const {
+    sigset_t pending;
+    if (sigpending(&pending) != 0 || sigismember(&pending, signal) != 1 || sigismember(&pending_, signal) == 1) return;
+    sigset_t only;
+    sigemptyset(&only);
+    sigaddset(&only, signal);
+#if defined(__APPLE__)
+    int taken = 0;
+    sigwait(&only, &taken);
+#else
+    constexpr timespec kAtOnce{};
+    while (sigtimedwait(&only, nullptr, &kAtOnce) < 0 && errno == EINTR) continue;
+#endif
+  }
+
+  sigset_t mask_;
+  sigset_t pending_;
+};
+
 }  // namespace
 
-File openFile(const std::string& path, const char* mode) { return File(std::fopen(path.c_str(), mode)); }
+File openFile(const std::string& path, const char* mode) {
+  std::FILE* file = nullptr;
+  do {
+    errno = 0;
+    file = std::fopen(path.c_str(), mode);
+  } while (file == nullptr && errno == EINTR);  // opening a pipe waits for its other end
+  return File(file);
+}
 
 std::size_t sizeOf(std::FILE* file) {
   struct stat status {};
@@ -62,7 +118,8 @@ std::size_t sizeOf(std::FILE* file) {
 bool reserveRoom(std::FILE* file, std::size_t bytes) {
 #if defined(__linux__)
   if (bytes == 0) return true;
-  return fallocate(fileno(file), FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(bytes)) == 0 || errno != ENOSPC;
+  if (fallocate(fileno(file), FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(bytes)) == 0) return true;
+  return errno != ENOSPC && errno != EDQUOT && errno != EFBIG;
 #else
   static_cast<void>(file);
   static_cast<void>(bytes);
@@ -72,7 +129,12 @@ bool reserveRoom(std::FILE* file, std::size_t bytes) {
 
 // What has no storage behind it, such as a pipe, cannot be flushed and need not be.
 bool flushToDisk(std::FILE* file) {
-  return std::fflush(file) == 0 && (fsync(fileno(file)) == 0 || errno == EINVAL || errno == EROFS || errno == ENOTSUP);
+  if (std::fflush(file) != 0) return false;
+  int failure = 0;
+  do {
+    failure = fsync(fileno(file)) == 0 ? 0 : errno;
+  } while (failure == EINTR);
+  return failure == 0 || failure == EINVAL || failure == EROFS || failure == ENOTSUP;
 }
 
 WayToWrite wayToWrite(const std::string& target) {
@@ -125,6 +187,7 @@ Put putInPlace(const std::string& path, const std::string& target) {
 }
 
 bool hasRoomInPlaceOf(const std::string& target, std::uintmax_t bytes) {
+  if (isBeyondLimit(bytes)) return false;
   constexpr std::uintmax_t kUnitOfBlocks = 512;
   struct stat old {};
   struct statvfs disk {};
@@ -132,6 +195,11 @@ bool hasRoomInPlaceOf(const std::string& target, std::uintmax_t bytes) {
   if (disk.f_blocks == 0) return true;  // it does not count what it has
   const std::uintmax_t freed = static_cast<std::uintmax_t>(old.st_blocks) * kUnitOfBlocks;
   return bytes <= freed || (bytes - freed) / disk.f_frsize < disk.f_bavail;
+}
+
+bool withoutWriteSignals(const std::function<bool()>& work) {
+  const WriteSignalsBlocked blocked;
+  return work();
 }
 
 }  // namespace detail

@@ -111,5 +111,7 @@ bool hasRoomInPlaceOf(const std::string& target, std::uintmax_t bytes) {
   return bytes <= freed || bytes - freed <= free.QuadPart;
 }
 
+bool withoutWriteSignals(const std::function<bool()>& work) { return work(); }
+
 }  // namespace detail
 }  // namespace OrvikDTM

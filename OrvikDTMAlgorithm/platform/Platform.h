@@ -63,9 +63,6 @@ using Bytes = std::vector<unsigned char, WithoutInitialising<unsigned char>>;
 bool readWholeFile(const char* path, std::string& contents);
 bool readWholeFile(const char* path, Bytes& contents);
 
-// What became of a file that was to be written: not opened, cut short (the disk is full), or all there.
-enum class Written { kNothing, kPart, kWhole };
-
 // Puts the contents of a file into its sink. It may be called twice, for a file that could not be put in its place.
 class FileSink;
 using FillFile = std::function<void(FileSink&)>;
@@ -73,11 +70,13 @@ using FillFile = std::function<void(FileSink&)>;
 // Writes a file so that nothing is lost: the new one is written beside the old one, flushed to the disk and put in its
 // place when it is complete. A full disk, or the end of the process at any moment, leaves the old file as it was. Links
 // are followed, and the permissions stay. What cannot be replaced (a device, a file in a folder that allows no new one)
-// is written in place. `size` is how many bytes there will be.
-Written writeBinaryFile(const char* path, std::size_t size, const FillFile& fill);
+// is written in place. `size` is how many bytes there will be. True only when every byte is in its place: false when
+// the file could not be opened, written, flushed to the disk or renamed. No signal is raised by a write that is
+// refused.
+bool writeBinaryFile(const char* path, std::size_t size, const FillFile& fill);
 
 // The same for a text, with the platform's line breaks.
-Written writeTextFile(const char* path, const std::string& text);
+bool writeTextFile(const char* path, const std::string& text);
 
 // Whether there is something at `path`, be it a symbolic link to nothing; removing the file there (a folder, pipe or
 // device is none; of a link the link itself); and the names of what is in the folder there, in the order in which the

@@ -23,7 +23,7 @@ bool writeReport(const FillCutResult* result, const DTMSurface* surface, std::st
                  const char* path, const Layout& layOut) {
   if (result == nullptr || surface == nullptr || labels == nullptr || path == nullptr) return false;
   const VolumeReport report{*result, *surface, std::move(reference), Labels(labels)};
-  return writeTextFile(path, layOut(report)) != Written::kNothing;
+  return writeTextFile(path, layOut(report));
 }
 
 }  // namespace

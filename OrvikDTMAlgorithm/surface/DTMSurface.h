@@ -186,7 +186,8 @@ class ORVIKDTM_API DTMSurface {
   // Name, statistics and points in one line of text, for diagnosis: every value followed by a comma.
   std::string toString();
 
-  // Writes the TIN as a ".sjw" triangle file. False without a TIN, or when the file cannot be opened.
+  // Writes the TIN as a ".sjw" triangle file. False without a TIN, or when the file cannot be written whole; the
+  // earlier file then stays.
   bool exportFileSJW(const char* path);
 
   // Replaces TIN, name (the file's, without folder and extension), statistics and points by those of a ".sjw" or a

@@ -55,7 +55,7 @@ class ORVIKDTM_API DTMSurfaceLib {
   DTMSurface* loadDTMSurface(const char* path, int type);
 
   // Writes a surface to a ".ttin" file, or its TIN to a ".sjw" one. 1 when done, 0 for a bad index or a file that
-  // cannot be opened.
+  // cannot be written whole.
   int saveSurface(unsigned int index, const char* path);
   int exportFileSJW(unsigned int index, const char* path);
 

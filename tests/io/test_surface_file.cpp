@@ -131,7 +131,7 @@ TEST_F(SurfaceFile, WhatCannotBeSaved) {
   EXPECT_FALSE(files.saveSurfaces(nullptr, &surface));
   EXPECT_FALSE(files.saveSurfaces(path("absent/a.ttin").c_str(), &surface));
   EXPECT_FALSE(files.saveSurfaces(folder_.c_str(), &surface));
-  EXPECT_TRUE(files.saveSurfaces("/dev/full", &surface)) << "it was opened";
+  EXPECT_FALSE(files.saveSurfaces("/dev/full", &surface)) << "it was opened, and that was all";
 }
 
 TEST_F(SurfaceFile, NullRecordsAreNoPoints) {
