@@ -25,7 +25,9 @@ class ORVIKDTM_API DTMFileOperation {
 
   // Fills `surface` from a file: type 0 is ".ttin", 1 ".sjw", 2 LandXML ".xml"; the extension must fit. Blanks
   // ahead of a ".ttin" path are not part of it; one behind it is, so the extension does not fit. False when the file is
-  // not such a file or holds no points (types 1 and 2). Type 2 throws std::out_of_range as DTMSurface::tryParseLandXML.
+  // not such a file or holds no points (types 1 and 2); of a ".ttin" file the surface is then as it was. A ".ttin" file
+  // without points changes nothing of a surface that has some. Type 2 throws std::out_of_range as
+  // DTMSurface::tryParseLandXML.
   bool loadSurface(const char* path, int type, DTMSurface* surface);
 
   // The files in `folder` whose names end in `extension`, in the order in which the system lists them, each as the

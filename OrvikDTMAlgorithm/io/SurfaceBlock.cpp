@@ -1,4 +1,5 @@
 // A surface to bytes and back.
+#include <cstring>
 #include <memory>
 
 #include <OrvikDTMAlgorithm/io/ByteReader.h>
@@ -62,35 +63,44 @@ std::vector<unsigned char> DTMSurface::toBytes() {
 bool DTMSurface::tryParse(const unsigned char* block, int version, int length) {
   if (block == nullptr || length <= 0) return false;
   detail::ByteReader reader(block, static_cast<std::size_t>(length));
-  return parse(reader, version);
+  return parse(reader, version, WithoutPoints::kTakeHead);
 }
 
-bool DTMSurface::parse(detail::ByteReader& reader, int version) {
+// Everything is read before anything changes.
+bool DTMSurface::parse(detail::ByteReader& reader, int version, WithoutPoints withoutPoints) {
   const unsigned char* head = reader.take(SurfaceBlock::kHeadBytes);
   if (head == nullptr) return false;
   const std::int32_t count = detail::readInt32(head + SurfaceBlock::kPointCountOffset);
   const auto records = reader.takeRecords(count, SurfaceBlock::kPointBytes);
+  const bool fits = records.has_value();
+  const bool replacesPoints = fits && (count > 0 || surfacePoints.empty());
+  if (!replacesPoints && withoutPoints == WithoutPoints::kChangeNothing) return fits;
 
   const detail::NameField names;
-  const bool replacesTIN = records && version == kVersionWithTIN;
-  if (!replacesTIN) keepPromise();  // something of the promised TIN stays: itself, or its extent
-  names.read(surfaceName, head);
-  readStatistics(head + SurfaceBlock::kTriangleCountOffset);
-  if (!records) return false;
-
-  NewPoints points(static_cast<std::size_t>(count));
-  readPoints(*records, static_cast<std::size_t>(count), surfaceName, names, points);
+  char name[kNameSize];
+  names.read(name, head);
+  NewPoints points(replacesPoints ? static_cast<std::size_t>(count) : 0);
+  if (replacesPoints) readPoints(*records, static_cast<std::size_t>(count), name, names, points);
+  const bool replacesTIN = fits && version == kVersionWithTIN;
   std::unique_ptr<CEType> tin;
-  if (version == kVersionWithTIN) tin = detail::readTIN(reader);
+  if (replacesTIN) tin = detail::readTIN(reader);
 
-  dropModel();  // also one that version 1 does not replace: it is that of other points
-  points.handOverTo(surfacePoints);
-  pointsNumber = count;
-  arrayBegin = nullptr;
-  arrayEnd = nullptr;
-  ceType = tin.release();
-  if (version == kVersionWithTIN) refreshExtent();
-  return true;
+  if (!replacesTIN) keepPromise();  // something of the promised TIN stays: itself, or its extent
+  std::memcpy(surfaceName, name, kNameSize);
+  readStatistics(head + SurfaceBlock::kTriangleCountOffset);
+  if (replacesTIN || replacesPoints)
+    dropModel();  // also one that version 1 does not replace: it is that of other points
+  if (replacesPoints) {
+    points.handOverTo(surfacePoints);
+    pointsNumber = count;
+    arrayBegin = nullptr;
+    arrayEnd = nullptr;
+  }
+  if (replacesTIN) {
+    ceType = tin.release();
+    refreshExtent();
+  }
+  return fits;
 }
 
 void DTMSurface::readStatistics(const unsigned char* bytes) {

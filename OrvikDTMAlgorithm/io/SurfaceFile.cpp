@@ -48,7 +48,7 @@ bool DTMFileOperation::loadSurfaceFile(const char* path, DTMSurface& surface) {
     const unsigned char* header = reader.take(kHeaderBytes);
     if (header == nullptr) return false;
     const int version = detail::readWord<std::uint16_t>(header + kMagic.size());
-    return surface.parse(reader, version);
+    return surface.parse(reader, version, DTMSurface::WithoutPoints::kChangeNothing);
   } catch (const std::exception&) {
     return false;  // out of memory
   }

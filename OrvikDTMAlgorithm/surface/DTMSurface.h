@@ -179,8 +179,8 @@ class ORVIKDTM_API DTMSurface {
   std::vector<unsigned char> toBytes();
 
   // Fills this surface from such bytes, written by format `version`. The present records and TIN are replaced, not
-  // released (the TIN is). False when the block is too short or its counts do not fit: the name and the statistics may
-  // have changed by then, the points and the TIN have not.
+  // released (the TIN is); a block without points leaves the points. False when the block is too short or its counts do
+  // not fit: the name and the statistics may have changed by then, the points and the TIN have not.
   bool tryParse(const unsigned char* block, int version, int length);
 
   // Name, statistics and points in one line of text, for diagnosis: every value followed by a comma.
@@ -229,7 +229,10 @@ class ORVIKDTM_API DTMSurface {
 
   // Behind tryParse(), for blocks of any length and those that are read for the last time.
   friend class DTMFileOperation;
-  bool parse(detail::ByteReader& reader, int version);
+  // What a block that brings no points does to a surface that has some: it sets name, statistics and TIN all the same,
+  // or nothing.
+  enum class WithoutPoints { kTakeHead, kChangeNothing };
+  bool parse(detail::ByteReader& reader, int version, WithoutPoints withoutPoints);
   void readStatistics(const unsigned char* bytes);
 
   // For a look at the list that keeps no promise.

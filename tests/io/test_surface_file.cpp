@@ -338,13 +338,148 @@ TEST_F(SurfaceFile, LoadingReplacesPointsAndTin) {
   EXPECT_TRUE(again.isNeedInit()) << "the old TIN is that of other points";
   EXPECT_EQ(110.0, again.getRangeMaxX()) << "the extent stays";
   releaseAll(replaced);
+}
 
-  OwnedSurface none(risingSquare());
-  const std::vector<SurfacePoint*> dropped = none.getSurfacePoints();
-  ASSERT_TRUE(load(none, OwnedSurface().toBytes()));
-  EXPECT_EQ(0, none.getPointsNumber());
-  EXPECT_EQ(nullptr, none.getCEType());
-  releaseAll(dropped);
+// The state of a surface with its TIN, that a read leaves as it was: told through pointers, so that records and TIN are
+// the same.
+std::string stateOf(DTMSurface& surface) {
+  std::ostringstream text;
+  text << surface.getCEType() << surface.toString() << surface.getRangeMinX() << ' ' << surface.getRangeMaxX() << ' '
+       << surface.getRangeMinY() << ' ' << surface.getRangeMaxY();
+  for (const SurfacePoint* point : surface.getSurfacePoints()) text << ' ' << point;
+  return text.str();
+}
+
+// What an empty surface's block may be followed by: nothing, a TIN without elements, one that is cut short, one
+// triangle.
+std::vector<Block> blocksWithoutPoints() {
+  OwnedSurface empty;
+  empty.setSurfaceName("Empty");
+  Block block = empty.toBytes();
+  block[32] = 0x40;  // a plan area of 7.0
+  block[33] = 0x1C;
+  Block withEmptyTIN = block;
+  withEmptyTIN.insert(withEmptyTIN.end(), 12, 0);
+  Block withCutTIN = block;
+  withCutTIN.insert(withCutTIN.end(), 12, 1);
+  OwnedSurface triangle({{0, 0, 1}, {10, 0, 2}, {0, 10, 3}});
+  Block withTIN = block;
+  const Block tin = built(triangle).getCEType()->getBytes();
+  withTIN.insert(withTIN.end(), tin.begin(), tin.end());
+  return {block, withEmptyTIN, withCutTIN, withTIN};
+}
+
+Block fileOf(const Block& block, int version) {
+  Block file(5 + block.size());
+  std::memcpy(file.data(), "DTM", 3);
+  file[4] = static_cast<unsigned char>(version);
+  std::copy(block.begin(), block.end(), file.begin() + 5);
+  return file;
+}
+
+TEST_F(SurfaceFile, AFileWithoutPointsLeavesASurfaceThatHasSome) {
+  DTMFileOperation files;
+  for (const Block& block : blocksWithoutPoints()) {
+    for (const int version : {1, 2}) {
+      const std::string file = write("empty.ttin", fileOf(block, version));
+      OwnedSurface surface(risingSquare());
+      const std::string before = stateOf(surface);
+      EXPECT_TRUE(files.loadSurface(file.c_str(), 0, &surface));
+      EXPECT_EQ(before, stateOf(surface));
+
+      OwnedSurface fresh(risingSquare());
+      EXPECT_TRUE(files.loadSurface(file.c_str(), 0, &fresh));
+      EXPECT_TRUE(fresh.isNeedInit()) << "no TIN comes from elsewhere";
+      double z = 0.0;
+      EXPECT_EQ(1, fresh.checkSurfacePoint(205, 105, &z));
+      EXPECT_EQ(15.5, z);
+
+      OwnedSurface edited(risingSquare());
+      edited.addSurfacePoint(newPoint("Q", {300, 205, 99}), 4);
+      EXPECT_TRUE(files.loadSurface(file.c_str(), 0, &edited));
+      EXPECT_FALSE(edited.isNeedInit()) << "the promised TIN";
+      EXPECT_EQ(5, edited.getPointsNumber());
+      EXPECT_EQ(300.0, edited.getRangeMaxX());
+
+      OwnedSurface none;
+      EXPECT_TRUE(files.loadSurface(file.c_str(), 0, &none));
+      EXPECT_STREQ("Empty", none.getSurfaceName());
+      EXPECT_EQ(7.0, none.getTwoDArea());
+    }
+  }
+}
+
+TEST_F(SurfaceFile, AFileWithoutPointsLeavesACallersArray) {
+  SurfacePoint array[3];
+  OwnedSurface surface;
+  surface.updateDTMSurface(3, array);
+  const std::string file = write("empty.ttin", fileOf(blocksWithoutPoints().front(), 1));
+  EXPECT_TRUE(DTMFileOperation().loadSurface(file.c_str(), 0, &surface));
+  EXPECT_EQ(1, surface.deleteSurfacePoint(0, 1)) << "and its record is not released";
+  EXPECT_EQ(2, surface.getPointsNumber());
+  surface.release();
+}
+
+TEST_F(SurfaceFile, ABlockWithoutPointsLeavesThePoints) {
+  for (const int version : {1, 2}) {
+    for (const Block& block : blocksWithoutPoints()) {
+      OwnedSurface surface(risingSquare());
+      const std::vector<SurfacePoint*> before = surface.getSurfacePoints();
+      CEType* tin = surface.getCEType();
+      ASSERT_TRUE(load(surface, block, version));
+      EXPECT_EQ(before, surface.getSurfacePoints());
+      EXPECT_STREQ("Empty", surface.getSurfaceName());
+      EXPECT_EQ(7.0, surface.getTwoDArea());
+      EXPECT_TRUE(version == 1 || tin == surface.getCEType()) << "still that of the points";
+    }
+  }
+  OwnedSurface surface(risingSquare());
+  built(surface);
+  ASSERT_TRUE(load(surface, blocksWithoutPoints().front()));
+  EXPECT_TRUE(surface.isNeedInit());
+  EXPECT_EQ(2, built(surface).getTrianglesNumber()) << "built from the points that stayed";
+}
+
+TEST_F(SurfaceFile, ATruncatedFileLoadsOrLeavesTheSurface) {
+  OwnedSurface other(scattered(6));
+  other.setSurfaceName("Other");
+  const Block whole = saved(built(other));
+  const std::size_t shortest = 5 + kHead + 6 * kPoint;
+  OwnedSurface kept(risingSquare());
+  const std::string before = stateOf(kept);
+  for (std::size_t length = 0; length <= whole.size(); ++length) {
+    const std::string file =
+        write("cut.ttin", Block(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length)));
+    if (length < shortest) {
+      ASSERT_FALSE(DTMFileOperation().loadSurface(file.c_str(), 0, &kept)) << length;
+      ASSERT_EQ(before, stateOf(kept)) << length;
+      continue;
+    }
+    OwnedSurface surface(risingSquare());
+    const std::vector<SurfacePoint*> replaced = surface.getSurfacePoints();
+    built(surface);
+    ASSERT_TRUE(DTMFileOperation().loadSurface(file.c_str(), 0, &surface)) << length;
+    ASSERT_EQ(length < whole.size(), surface.isNeedInit()) << length;
+    ASSERT_EQ(whole, saved(surface)) << length;
+    releaseAll(replaced);
+  }
+}
+
+TEST_F(SurfaceFile, CountsThatDoNotFitLeaveTheSurface) {
+  OwnedSurface other(scattered(6));
+  other.setSurfaceName("Other");
+  const Block good = built(other).toBytes();
+  OwnedSurface kept(risingSquare());
+  const std::string before = stateOf(kept);
+  for (const std::int32_t count : {-1, std::numeric_limits<int>::min(), std::numeric_limits<int>::max(), 44'739'243,
+                                   static_cast<std::int32_t>((good.size() - kHead) / kPoint + 1)}) {
+    Block bad = good;
+    putInt32(bad, 24, count);
+    for (const int version : {1, 2}) {
+      EXPECT_FALSE(DTMFileOperation().loadSurface(write("bad.ttin", fileOf(bad, version)).c_str(), 0, &kept)) << count;
+      EXPECT_EQ(before, stateOf(kept)) << count;
+    }
+  }
 }
 
 TEST_F(SurfaceFile, ACallersArrayIsForgotten) {
