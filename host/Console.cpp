@@ -1,6 +1,8 @@
 #include "Console.h"
 
+#include <fcntl.h>
 #include <iostream>
+#include <unistd.h>
 
 #include <OrvikDTMAlgorithm/report/U.h>
 
@@ -34,6 +36,13 @@ std::string number(double v) { return U::roundHalfUp(kDecimals, v); }
 
 std::string counted(long long count, const std::string& noun) {
   return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
+// open() gives the lowest number that is free. The wrong direction makes every use of the stream fail.
+void holdStreams() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fcntl(stream, F_GETFD) < 0) open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+  }
 }
 
 void finish() {

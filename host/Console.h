@@ -41,6 +41,10 @@ std::string number(double v);
 // "1 point", "2 points".
 std::string counted(long long count, const std::string& noun);
 
+// Takes the numbers of standard streams that are closed, before a file that is opened is given one and then the
+// results: what is printed there fails.
+void holdStreams();
+
 // Throws a Failure when something printed so far could not be written.
 void finish();
 

@@ -1,7 +1,9 @@
 #include "Interrupts.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string_view>
@@ -16,16 +18,22 @@ namespace interrupts {
 namespace {
 
 // Never destroyed: the watching thread lives as long as the process.
+struct Folder {
+  std::string path;
+  std::string file;  // in it
+};
 std::mutex& mutex = *new std::mutex;
-std::vector<std::string>& folders = *new std::vector<std::string>;
+std::vector<Folder>& folders = *new std::vector<Folder>;
 
-// The rest of the program goes on writing meanwhile, and may add a file to a folder that is being emptied.
-void removeAll(const std::string& folder) {
+// The rest of the program goes on writing meanwhile, and may add a file to a folder that is being emptied. The file
+// that is known to be there needs no descriptor to be removed.
+void removeAll(const Folder& folder) {
   constexpr int kAttempts = 100;
   for (int i = 0; i < kAttempts; ++i) {
+    std::remove(folder.file.c_str());
+    if (rmdir(folder.path.c_str()) == 0 || errno == ENOENT) return;
     std::error_code fault;
-    fs::remove_all(folder, fault);
-    if (!fs::exists(folder, fault)) return;
+    fs::remove_all(folder.path, fault);
   }
 }
 
@@ -46,7 +54,7 @@ void waitFor(const sigset_t& watched) {
   int signal = 0;
   if (sigwait(&watched, &signal) != 0) return;
   const std::lock_guard<std::mutex> lock(mutex);
-  for (const std::string& folder : folders) removeAll(folder);
+  for (const Folder& folder : folders) removeAll(folder);
   endBy(signal);
 }
 
@@ -59,6 +67,7 @@ bool isIgnored(int signal) {
 }  // namespace
 
 void watch() {
+  std::signal(SIGXFSZ, SIG_IGN);
   sigset_t watched;
   sigemptyset(&watched);
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
@@ -68,17 +77,22 @@ void watch() {
   std::thread([watched] { waitFor(watched); }).detach();
 }
 
-std::string makeFolder(std::string pattern) {
+std::string makeFolder(std::string pattern, const std::string& file) {
   const std::lock_guard<std::mutex> lock(mutex);
-  if (mkdtemp(pattern.data()) == nullptr) return "";
-  folders.push_back(pattern);
-  return pattern;
+  Folder& folder = folders.emplace_back(Folder{pattern, (fs::path(pattern) / file).string()});
+  if (mkdtemp(pattern.data()) == nullptr) return folders.pop_back(), "";
+  folder.path.swap(pattern);
+  folder.file.replace(0, folder.path.size(), folder.path);
+  return folder.path;
 }
 
 void removeFolder(const std::string& folder) {
   const std::lock_guard<std::mutex> lock(mutex);
-  removeAll(folder);
-  folders.erase(std::remove(folders.begin(), folders.end(), folder), folders.end());
+  const auto found =
+      std::find_if(folders.begin(), folders.end(), [&](const Folder& one) { return one.path == folder; });
+  if (found == folders.end()) return;
+  removeAll(*found);
+  folders.erase(found);
 }
 
 std::unique_lock<std::mutex> hold() { return std::unique_lock<std::mutex>(mutex); }

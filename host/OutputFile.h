@@ -29,11 +29,12 @@ class OutputFile {
   // Puts the draft in its place.
   void finish();
 
-  // Throws the Failure for a file that could not be opened, or not be written to its end.
+  // Throws the Failure for a draft that could not be opened, or not be written to its end.
   [[noreturn]] void refuse() const;
-  [[noreturn]] void refuseCut() const;
 
  private:
+  [[noreturn]] void refuseCut() const;
+  [[noreturn]] void refuseFor(int error) const;
   void copy() const;
   void move() const;
 

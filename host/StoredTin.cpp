@@ -39,6 +39,7 @@ std::uintmax_t countAt(std::ifstream& file, std::uintmax_t at) {
 
 bool isTinLost(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
+  if (!file) return false;  // nothing is known about it
   std::error_code fault;
   const std::uintmax_t size = std::filesystem::file_size(path, fault);
   const std::uintmax_t tin = kPointsAt + kPointSize * countAt(file, kPointCountAt);

@@ -14,7 +14,12 @@ namespace {
 
 int run(int argc, char** argv) {
   CommandLine line;
-  if (const Command* const command = line.parse(argc, argv)) command->run();
+  try {
+    if (const Command* const command = line.parse(argc, argv)) command->run();
+  } catch (const console::Fault&) {
+    console::finish();  // a fault is told by the results
+    throw;
+  }
   progress::clear();
   console::finish();
   return console::kDone;
@@ -28,6 +33,7 @@ int report(int status, const std::string& text) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  console::holdStreams();
   Surface::COMPAREUNSHIFTED = 1;  // a survey's repeated shots are repeats wherever the site lies
   interrupts::watch();
   try {

@@ -1,7 +1,5 @@
 #include "Convert.h"
 
-#include <filesystem>
-#include <fstream>
 #include <memory>
 
 #include <CLI/CLI.hpp>
@@ -26,46 +24,20 @@ struct ConvertOrder {
 constexpr double kRead = 0.7;
 constexpr const char* kWhat = "surface";
 
-// A surface file is its header, "DTM" and a version of two bytes, and the surface's block.
-constexpr std::uintmax_t kHeaderSize = 5;
-
 SurfaceFormat outputFormat(const std::string& path) {
   if (U::endsWith(path, ".ttin")) return SurfaceFormat::kSurfaceFile;
   if (U::endsWith(path, ".sjw")) return SurfaceFormat::kTriangles;
   throw console::WrongUsage("OUTPUT " + shownPath(path) + ": the name must end in .ttin or .sjw");
 }
 
-// The library does not say whether a disk filled up meanwhile.
-bool isWholeSurfaceFile(const std::string& path, DTMSurface& surface) {
-  std::error_code ignored;
-  return std::filesystem::file_size(path, ignored) == kHeaderSize + surface.toBytes().size();
-}
-
-bool isWholeTriangleFile(const std::string& path) {
-  constexpr std::streamoff kEndWordSize = 3;
-  std::ifstream file(path, std::ios::binary);
-  file.seekg(-kEndWordSize, std::ios::end);
-  std::string end;
-  return std::getline(file, end) && end == "nil";
-}
-
-void writeSurfaceFile(DTMSurface& surface, const OutputFile& file) {
-  if (!DTMFileOperation().saveSurfaces(file.draft().c_str(), &surface)) file.refuse();
-  if (!isWholeSurfaceFile(file.draft(), surface)) file.refuseCut();
-}
-
-void writeTriangleFile(DTMSurface& surface, const OutputFile& file) {
-  if (!surface.exportFileSJW(file.draft().c_str())) file.refuse();
-  if (!isWholeTriangleFile(file.draft())) file.refuseCut();
+bool writeDraft(DTMSurface& surface, SurfaceFormat format, const std::string& draft) {
+  if (format == SurfaceFormat::kSurfaceFile) return DTMFileOperation().saveSurfaces(draft.c_str(), &surface);
+  return surface.exportFileSJW(draft.c_str());
 }
 
 void write(DTMSurface& surface, SurfaceFormat format, const std::string& output) {
   OutputFile file(output, kWhat);
-  if (format == SurfaceFormat::kSurfaceFile) {
-    writeSurfaceFile(surface, file);
-  } else {
-    writeTriangleFile(surface, file);
-  }
+  if (!writeDraft(surface, format, file.draft())) file.refuse();
   file.finish();
 }
 
