@@ -22,6 +22,7 @@ class FlipQueue {
 
   bool empty() const { return head_ == tail_; }
   Number take() { return edges_[head_++]; }
+  bool isFull() const { return tail_ == kLimit; }
   void reset() { head_ = tail_ = 0; }
 
  private:

@@ -3,6 +3,7 @@
 #include <OrvikDTMAlgorithm/tin/FlipFilter.h>
 #include <OrvikDTMAlgorithm/tin/FlipQueue.h>
 #include <OrvikDTMAlgorithm/tin/FlipTests.h>
+#include <OrvikDTMAlgorithm/tin/FlipWatch.h>
 #include <OrvikDTMAlgorithm/tin/Flips.h>
 #include <OrvikDTMAlgorithm/tin/FlipsByPosition.h>
 #include <OrvikDTMAlgorithm/tin/LargeArrays.h>
@@ -35,10 +36,11 @@ struct Ends {
 
 class Flipper {
  public:
-  Flipper(Mesh& mesh, const FlipFilter& filter)
+  Flipper(Mesh& mesh, const FlipFilter& filter, FlipWatch* watch)
       : mesh_(mesh),
         points_(mesh.points.data()),
         filter_(filter),
+        watch_(watch),
         ends_(largeVector<Ends>(mesh.edges.size())),
         halves_(largeVector<Half>(2 * mesh.edges.size())) {
     for (Number edge = 1; edge <= mesh.edgeCount(); ++edge) {
@@ -50,16 +52,19 @@ class Flipper {
   // Whether the sides of the mesh's edges fit together: going round each triangle with it on the left leads back.
   bool closes() const { return closes_; }
 
-  void run() {
+  // False when the watch breaks it off.
+  bool run() {
     for (Number edge = 1; edge <= mesh_.edgeCount(); ++edge) {
       queue_.offer(edge);
       while (!queue_.empty()) visit(queue_.take());
+      if (queue_.isFull() && watch_ != nullptr && !watch_->allowsFullQueue()) return false;
       queue_.reset();
     }
     for (Number edge = 1; edge <= mesh_.edgeCount(); ++edge) {
       const Number* origin = ends_[edge].origin;
       mesh_.edges[edge] = {origin[0], origin[1], halves_[2 * edge].triangle, halves_[2 * edge + 1].triangle};
     }
+    return true;
   }
 
  private:
@@ -109,6 +114,7 @@ class Flipper {
     const Number c = originOf(against);
     const Number a = left.apex;
     const Number d = right.apex;
+    if (watch_ != nullptr) watch_->note(a, b, c, d);
     const Number ca = left.next;
     const Number ab = left.previous;
     const Number bd = right.next;
@@ -133,6 +139,7 @@ class Flipper {
   Mesh& mesh_;
   const Position* points_;
   FlipFilter filter_;
+  FlipWatch* watch_;
   FlipQueue queue_;
   std::vector<Ends> ends_;
   std::vector<Half> halves_;
@@ -141,12 +148,12 @@ class Flipper {
 
 }  // namespace
 
-void flipToDelaunay(Mesh& mesh) {
+bool flipToDelaunay(Mesh& mesh, FlipWatch* watch) {
   const FlipFilter filter(mesh.points);
-  if (!filter.inReach()) return flipByPosition(mesh);
-  Flipper flipper(mesh, filter);
-  if (!flipper.closes()) return flipByPosition(mesh);
-  flipper.run();
+  if (!filter.inReach()) return flipByPosition(mesh, watch);
+  Flipper flipper(mesh, filter, watch);
+  if (!flipper.closes()) return flipByPosition(mesh, watch);
+  return flipper.run() && (watch == nullptr || watch->allowsEnd());
 }
 
 }  // namespace detail

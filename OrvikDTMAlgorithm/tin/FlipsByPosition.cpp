@@ -3,6 +3,7 @@
 
 #include <OrvikDTMAlgorithm/tin/FlipQueue.h>
 #include <OrvikDTMAlgorithm/tin/FlipTests.h>
+#include <OrvikDTMAlgorithm/tin/FlipWatch.h>
 #include <OrvikDTMAlgorithm/tin/FlipsByPosition.h>
 
 inline namespace OrvikDTM {
@@ -18,14 +19,17 @@ struct OuterEdge {
 
 class PositionFlipper {
  public:
-  explicit PositionFlipper(Mesh& mesh) : mesh_(mesh), settled_(mesh.edges.size(), false) {}
+  PositionFlipper(Mesh& mesh, FlipWatch* watch) : mesh_(mesh), watch_(watch), settled_(mesh.edges.size(), false) {}
 
-  void run() {
+  // False when the watch breaks it off.
+  bool run() {
     for (Number edge = 1; edge <= mesh_.edgeCount(); ++edge) {
       queue_.offer(edge);
       while (!queue_.empty()) visit(queue_.take());
+      if (queue_.isFull() && watch_ != nullptr && !watch_->allowsFullQueue()) return false;
       queue_.reset();
     }
+    return true;
   }
 
  private:
@@ -70,6 +74,7 @@ class PositionFlipper {
 
   void flip(Number edge, const Wing& left, const Wing& right) {
     MeshEdge& f = mesh_.edges[edge];
+    if (watch_ != nullptr) watch_->note(left.corner, f.start, f.end, right.corner);
     f.start = left.corner;
     f.end = right.corner;
     mesh_.triangles[f.left] = {{right.cEdge.number, left.cEdge.number, edge}};
@@ -90,13 +95,16 @@ class PositionFlipper {
   }
 
   Mesh& mesh_;
+  FlipWatch* watch_;
   FlipQueue queue_;
   std::vector<bool> settled_;
 };
 
 }  // namespace
 
-void flipByPosition(Mesh& mesh) { PositionFlipper(mesh).run(); }
+bool flipByPosition(Mesh& mesh, FlipWatch* watch) {
+  return PositionFlipper(mesh, watch).run() && (watch == nullptr || watch->allowsEnd());
+}
 
 }  // namespace detail
 }  // namespace OrvikDTM

@@ -8,8 +8,10 @@
 inline namespace OrvikDTM {
 namespace detail {
 
+class FlipWatch;
+
 // The same flips in the same order as flipToDelaunay(), for every mesh, but several times slower.
-void flipByPosition(Mesh& mesh);
+bool flipByPosition(Mesh& mesh, FlipWatch* watch);
 
 }  // namespace detail
 }  // namespace OrvikDTM

@@ -122,6 +122,31 @@ class DoublePlane {
   std::vector<Position> positions_;
 };
 
+inline bool listsEdge(const Mesh& mesh, Number triangle, Number edge) {
+  const Number* e = mesh.triangles[triangle].edge;
+  return e[0] == edge || e[1] == edge || e[2] == edge;
+}
+
+// The lowest edge that does not name a triangle which lists it, names one that does not list it, or has one triangle on
+// both sides; 0 when there is none.
+inline Number wrongSlot(const Mesh& mesh) {
+  Number lowest = 0;
+  const auto note = [&lowest](Number edge) { lowest = lowest == 0 ? edge : std::min(lowest, edge); };
+  for (Number triangle = 1; triangle <= mesh.triangleCount(); ++triangle) {
+    for (const Number edge : mesh.triangles[triangle].edge) {
+      if (mesh.edges[edge].left != triangle && mesh.edges[edge].right != triangle) note(edge);
+    }
+  }
+  for (Number edge = 1; edge <= mesh.edgeCount(); ++edge) {
+    const MeshEdge& e = mesh.edges[edge];
+    for (const Number triangle : {e.left, e.right}) {
+      if (triangle != 0 && !listsEdge(mesh, triangle, edge)) note(edge);
+    }
+    if (e.left != 0 && e.left == e.right) note(edge);
+  }
+  return lowest;
+}
+
 // The corners of a triangle, walked with the triangle on the left of its edges; false when they do not close.
 template <typename Plane>
 bool cornersInOrder(const Mesh& mesh, const Plane& plane, Number triangle, std::array<Number, 3>& corner) {

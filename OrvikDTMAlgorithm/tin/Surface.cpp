@@ -4,6 +4,7 @@
 #include <OrvikDTMAlgorithm/tin/CEType.h>
 #include <OrvikDTMAlgorithm/tin/Delaunay.h>
 #include <OrvikDTMAlgorithm/tin/FlipTests.h>
+#include <OrvikDTMAlgorithm/tin/FlipWatch.h>
 #include <OrvikDTMAlgorithm/tin/Flips.h>
 #include <OrvikDTMAlgorithm/tin/LargeArrays.h>
 #include <OrvikDTMAlgorithm/tin/Normalise.h>
@@ -34,9 +35,10 @@ struct SweptTriangulation {
   std::vector<Number> order;
 };
 
-// The sweep over points in this order, without flips yet; nothing when it is not a valid triangulation. Where
-// coordinates are too large for that check, the sweep is taken as it is.
-std::optional<detail::Mesh> sweepInOrder(const detail::NormalisedPoints& normalised, const std::vector<Number>& order) {
+// The sweep over points in this order, with its edges flipped; nothing when it is not a valid triangulation, before or
+// after the flips, or when flips go round in circles. Where coordinates are too large for these checks, the result is
+// taken as it is.
+std::optional<detail::Mesh> sweepAndFlip(const detail::NormalisedPoints& normalised, const std::vector<Number>& order) {
   detail::Mesh mesh;
   mesh.points = detail::reordered(normalised.positions, order);
   detail::reserveLarge(mesh.edges, 3 * mesh.points.size());  // a triangulation has fewer
@@ -46,10 +48,14 @@ std::optional<detail::Mesh> sweepInOrder(const detail::NormalisedPoints& normali
   Surface::FLAG = static_cast<int>(fanEnd);
   if (normalised.millimetres.empty()) {
     detail::sweep(mesh, fanEnd, nullptr);
+    detail::flipToDelaunay(mesh, nullptr);
     return mesh;
   }
-  detail::SweepWatch watch(mesh, detail::MillimetrePlane(detail::reordered(normalised.millimetres, order)));
-  if (!detail::sweep(mesh, fanEnd, &watch)) return std::nullopt;
+  const detail::MillimetrePlane plane(detail::reordered(normalised.millimetres, order));
+  detail::SweepWatch sweepWatch(mesh, plane);
+  if (!detail::sweep(mesh, fanEnd, &sweepWatch)) return std::nullopt;
+  detail::FlipWatch flipWatch(mesh, plane);
+  if (!detail::flipToDelaunay(mesh, &flipWatch)) return std::nullopt;
   return mesh;
 }
 
@@ -64,18 +70,18 @@ bool beginsWrong(const detail::NormalisedPoints& normalised) {
   const Number fanEnd = detail::startFan(mesh);
   if (fanEnd == 0) return false;
   Surface::FLAG = static_cast<int>(fanEnd);
-  detail::SweepWatch watch(mesh, detail::MillimetrePlane(detail::reordered(normalised.millimetres, order)));
+  const detail::MillimetrePlane plane(detail::reordered(normalised.millimetres, order));
+  detail::SweepWatch watch(mesh, plane);
   return !detail::beginSweep(mesh, fanEnd, watch);
 }
 
-// Nothing when the points have no sweep order or the sweep is not valid.
+// Nothing when the points have no sweep order or what the sweep and the flips make of them is not valid.
 std::optional<SweptTriangulation> buildBySweep(const detail::NormalisedPoints& normalised) {
   if (beginsWrong(normalised)) return std::nullopt;
   std::vector<Number> order = detail::sweepOrder(normalised.positions);
   if (order.empty()) return std::nullopt;
-  std::optional<detail::Mesh> mesh = sweepInOrder(normalised, order);
+  std::optional<detail::Mesh> mesh = sweepAndFlip(normalised, order);
   if (!mesh) return std::nullopt;
-  detail::flipToDelaunay(*mesh);
   return SweptTriangulation{std::move(*mesh), std::move(order)};
 }
 

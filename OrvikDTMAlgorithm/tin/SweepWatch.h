@@ -11,8 +11,8 @@ namespace detail {
 // sweep may stop there.
 class SweepWatch {
  public:
-  // The plane holds the positions of mesh.points, in the same order. The mesh must outlive the watch.
-  SweepWatch(const Mesh& mesh, MillimetrePlane plane) : mesh_(mesh), plane_(std::move(plane)) {}
+  // The plane holds the positions of mesh.points, in the same order. Both must outlive the watch.
+  SweepWatch(const Mesh& mesh, const MillimetrePlane& plane) : mesh_(mesh), plane_(plane) {}
 
   // After a point has been added: the next one can still change the last triangle, no other.
   bool allowsNext() { return allowsTrianglesBelow(mesh_.triangleCount()); }
@@ -25,7 +25,7 @@ class SweepWatch {
   bool hasAllPositions() const;
 
   const Mesh& mesh_;
-  MillimetrePlane plane_;
+  const MillimetrePlane& plane_;
   MillimetrePlane::Area doubledArea_ = 0;
   Number nextUnchecked_ = 1;
 };

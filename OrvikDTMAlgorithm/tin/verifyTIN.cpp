@@ -87,11 +87,6 @@ class FlatTIN {
 
 TINCheck faultAt(TINFault fault, Number number) { return {fault, static_cast<int>(number), 0.0}; }
 
-bool lists(const Mesh& mesh, Number triangle, Number edge) {
-  const Number* e = mesh.triangles[triangle].edge;
-  return e[0] == edge || e[1] == edge || e[2] == edge;
-}
-
 TINCheck checkEdgesExist(const FlatTIN& tin) {
   for (Number triangle = 1; triangle <= tin.mesh().triangleCount(); ++triangle) {
     for (const Number edge : tin.mesh().triangles[triangle].edge) {
@@ -102,21 +97,8 @@ TINCheck checkEdgesExist(const FlatTIN& tin) {
 }
 
 TINCheck checkSlots(const Mesh& mesh) {
-  Number lowest = 0;
-  const auto note = [&lowest](Number edge) { lowest = lowest == 0 ? edge : std::min(lowest, edge); };
-  for (Number triangle = 1; triangle <= mesh.triangleCount(); ++triangle) {
-    for (const Number edge : mesh.triangles[triangle].edge) {
-      if (mesh.edges[edge].left != triangle && mesh.edges[edge].right != triangle) note(edge);
-    }
-  }
-  for (Number edge = 1; edge <= mesh.edgeCount(); ++edge) {
-    const MeshEdge& e = mesh.edges[edge];
-    for (const Number triangle : {e.left, e.right}) {
-      if (triangle != 0 && !lists(mesh, triangle, edge)) note(edge);
-    }
-    if (e.left != 0 && e.left == e.right) note(edge);
-  }
-  return lowest == 0 ? TINCheck{} : faultAt(TINFault::WrongSlot, lowest);
+  const Number edge = detail::wrongSlot(mesh);
+  return edge == 0 ? TINCheck{} : faultAt(TINFault::WrongSlot, edge);
 }
 
 TINCheck checkHull(const FlatTIN& tin) {

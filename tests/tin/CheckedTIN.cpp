@@ -180,10 +180,14 @@ void compareVerdict(const CEType& tin, const std::vector<TPoint*>& points, Diffe
 }
 
 std::array<int, 4> g_inputsByRoad{};
+int g_inputsLeftByTheFlips = 0;
 
-// The accepted points of a swept network on whole millimetres, and what exact signs say about the sweep.
+// The accepted points of a swept network on whole millimetres, and what exact signs say about its triangles.
 class SweptPositions {
  public:
+  // Full queues after which the flips count as going round in circles.
+  static constexpr int kMostFullQueues = 20;
+
   SweptPositions(const literal::Network& net, const inputs::Positions& positions) : net_(net) {
     std::map<const literal::Point*, std::size_t> index;
     for (const literal::Point& p : net.points) index.emplace(&p, index.size());
@@ -201,9 +205,10 @@ class SweptPositions {
   const std::vector<Millimetres>& accepted() const { return accepted_; }
   const std::vector<std::size_t>& inputIndex() const { return inputIndex_; }
 
+  // Of the network as it stands: after the sweep or after the flips.
   Road road() const {
     if (beyond_) return Road::TooLarge;
-    if (net_.edges.length() != 0 && isValid()) return Road::AsSwept;
+    if (net_.edges.length() != 0 && net_.fullQueues < kMostFullQueues && isValid()) return Road::AsSwept;
     return areCollinear(accepted_) ? Road::Empty : Road::Exact;
   }
 
@@ -322,6 +327,23 @@ struct BorrowingList {
   }
 };
 
+// Finishes the network where the sweep allows it, and says which road the whole construction takes.
+Road finishedRoad(literal::Network& net, const SweptPositions& swept) {
+  const Road road = swept.road();
+  if (net.edges.length() == 0 || road == Road::Exact || road == Road::Empty) return road;
+  if (road == Road::TooLarge) {
+    literal::flip(net);
+  } else {
+    literal::flip(net, SweptPositions::kMostFullQueues);
+    if (swept.road() != road) {
+      ++g_inputsLeftByTheFlips;
+      return swept.road();
+    }
+  }
+  literal::moveBack(net);
+  return road;
+}
+
 }  // namespace
 
 std::string checkedTIN(const inputs::Positions& positions, literal::Repeats repeats) {
@@ -339,14 +361,13 @@ std::string checkedTIN(const inputs::Positions& positions, literal::Repeats repe
   compareOrder(given, net, numbering, difference);
 
   const SweptPositions swept(net, positions);
-  const Road road = swept.road();
+  const Road road = finishedRoad(net, swept);
   ++g_inputsByRoad[static_cast<std::size_t>(road)];
   if (road == Road::Exact) {
     checkExactRoad(*tin, points, swept, net, positions, difference);
   } else if (road == Road::Empty) {
     difference.expectEqual("number of edges of collinear points", edgeCount(*tin), 0);
   } else {
-    if (net.edges.length() != 0) literal::finish(net);
     compareLists(*tin, net, numbering, difference);
     comparePoints(points, net, positions, difference);
   }
@@ -355,10 +376,11 @@ std::string checkedTIN(const inputs::Positions& positions, literal::Repeats repe
 }
 
 int inputsThatTook(Road road) { return g_inputsByRoad[static_cast<std::size_t>(road)]; }
+int inputsLeftByTheFlips() { return g_inputsLeftByTheFlips; }
 
 Road roadOf(const inputs::Positions& positions, literal::Repeats repeats) {
-  const literal::Network net = literal::construct(positions, literal::Stop::AfterSweep, repeats);
-  return SweptPositions(net, positions).road();
+  literal::Network net = literal::construct(positions, literal::Stop::AfterSweep, repeats);
+  return finishedRoad(net, SweptPositions(net, positions));
 }
 
 std::string checkedStages(const inputs::Positions& positions) {

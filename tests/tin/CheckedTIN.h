@@ -10,11 +10,11 @@
 
 namespace support {
 
-// Which of its ways optimizeTIN() has to go on an input, by exact signs of the literal sweep's triangles on the rounded
-// coordinates.
+// Which of its ways optimizeTIN() has to go on an input, by exact signs of the literal triangles on the rounded
+// coordinates, after the sweep and again after the flips.
 enum class Road {
-  AsSwept,   // the sweep is valid: the literal result, number for number
-  Exact,     // it is not, and the positions are not collinear: triangulated again
+  AsSwept,   // both are valid, and the flips end: the literal result, number for number
+  Exact,     // they are not, and the positions are not collinear: triangulated again
   Empty,     // the accepted positions are collinear
   TooLarge,  // a coordinate that whole millimetres do not reach: the literal result, whatever it is
 };
@@ -32,6 +32,9 @@ std::string checkedTIN(const inputs::Positions& positions, literal::Repeats repe
 
 // How many inputs checkedTIN() has seen go this way.
 int inputsThatTook(Road road);
+
+// How many valid sweeps the flips have made invalid, or not come to an end with.
+int inputsLeftByTheFlips();
 
 // initPoins(), initCET() and buildTIN() one by one against the literal stages, on the positions as they stand; and
 // verifyTIN() of the result against the exact check.

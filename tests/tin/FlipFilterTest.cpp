@@ -353,8 +353,8 @@ int expectPlainFlips(const inputs::Positions& positions, const std::string& name
   Mesh fast = plain;
   Mesh byPosition = plain;
   const int flips = PlainFlips(plain).run();
-  detail::flipToDelaunay(fast);
-  detail::flipByPosition(byPosition);
+  detail::flipToDelaunay(fast, nullptr);
+  detail::flipByPosition(byPosition, nullptr);
   EXPECT_TRUE(sameMesh(fast, plain)) << name;
   EXPECT_TRUE(sameMesh(byPosition, plain)) << name;
   return flips;
@@ -399,7 +399,7 @@ TEST(Flips, TakeAMeshWhoseSidesDoNotFitTogether) {
   for (Number edge = 3; edge <= mesh.edgeCount(); edge += 7) std::swap(mesh.edges[edge].left, mesh.edges[edge].right);
   Mesh plain = mesh;
   PlainFlips(plain).run();
-  detail::flipToDelaunay(mesh);
+  detail::flipToDelaunay(mesh, nullptr);
   EXPECT_TRUE(sameMesh(mesh, plain));
 }
 

@@ -260,6 +260,30 @@ Positions outlierAtOrigin(std::uint64_t seed, int size) {
   return points;
 }
 
+// A site at projected coordinates, with points millimetres apart, in a row or turned, and one or two points at the
+// origin or on an axis: the side tests of the construction are coarser than the site's triangles.
+Positions siteAndStrays(std::uint64_t seed, int size) {
+  constexpr double kSites[4][2] = {
+      {500000.0, 4500000.0}, {350000.0, 5800000.0}, {38500000.0, 3400000.0}, {4500000.0, 4500000.0}};
+  Random random(seed);
+  const double* site = kSites[seed % 4];
+  const double step = seed % 3 == 0 ? 0.001 : seed % 3 == 1 ? 0.1 : 1.0;
+  Positions points;
+  while (static_cast<int>(points.size()) < std::max(2, size - 1)) {
+    if (points.size() % 4 == 0 || seed % 5 == 0) {
+      points.push_back({site[0] + step * static_cast<double>(random.between(0, 300)),
+                        site[1] + step * static_cast<double>(random.between(0, 300)), 1.0});
+    } else {
+      const Position& last = points.back();
+      points.push_back({last[0] + 0.001 * static_cast<double>(random.between(-3, 3)),
+                        last[1] + 0.001 * static_cast<double>(random.between(-3, 3)), 2.0});
+    }
+  }
+  points.push_back({0.0, 0.0, 1.0});
+  if (seed % 2 == 0) points.push_back({site[0], 0.0, 1.0});
+  return points;
+}
+
 // So far from the smallest coordinates that relative to them whole groups of positions become one.
 Positions groupBehindAFarOutlier(std::uint64_t seed, int size) {
   Positions points = randomMillimetres(seed, std::max(2, size - 1), seed % 2 == 0 ? 1 : 40, 0.0, 0.0);
@@ -417,6 +441,7 @@ const std::vector<Kind>& surveyKinds() {
 
 const std::vector<Kind>& wideKinds() {
   static const std::vector<Kind> kinds = {{"outlier-at-origin", outlierAtOrigin},
+                                          {"site-and-strays", siteAndStrays},
                                           {"group-behind-a-far-outlier", groupBehindAFarOutlier},
                                           {"near-the-limit", nearTheLimit},
                                           {"last-full-millimetres", lastFullMillimetres}};

@@ -191,7 +191,9 @@ class Builder {
 
 class Flipper {
  public:
-  explicit Flipper(Network& network) : net_(network) { queue_.reserve(kQueueCapacity); }
+  Flipper(Network& network, int mostFullQueues) : net_(network), mostFullQueues_(mostFullQueues) {
+    queue_.reserve(kQueueCapacity);
+  }
 
   void run() {
     for (int k = 1; k <= net_.edges.length(); ++k) {
@@ -199,6 +201,7 @@ class Flipper {
       std::size_t front = 0;
       offer(k);
       while (front < queue_.size()) visit(queue_[front++]);
+      if (queue_.size() == kQueueCapacity && ++net_.fullQueues == mostFullQueues_) return;
     }
   }
 
@@ -280,6 +283,7 @@ class Flipper {
   }
 
   Network& net_;
+  int mostFullQueues_;
   std::vector<int> queue_;
 };
 
@@ -337,20 +341,6 @@ bool sweep(Network& net) {
   if (!builder.fan()) return false;
   builder.addRemaining();
   return true;
-}
-
-void shiftBack(Network& net) {
-  std::vector<const Point*> done;
-  const auto shift = [&](Point* p) {
-    if (std::find(done.begin(), done.end(), p) != done.end()) return;
-    done.push_back(p);
-    p->x += net.originX;
-    p->y += net.originY;
-  };
-  for (int k = 1; k <= net.edges.length(); ++k) {
-    shift(net.edges[k].start);
-    shift(net.edges[k].end);
-  }
 }
 
 void takePositions(Network& net, const std::vector<std::array<double, 3>>& positions) {
@@ -478,13 +468,27 @@ Network construct(const std::vector<std::array<double, 3>>& positions, Stop stop
   }
   sortAndFindOrigin(net);
   normalise(net, repeats);
-  if (sweep(net) && stop == Stop::AfterFlips) finish(net);
+  if (sweep(net) && stop == Stop::AfterFlips) {
+    flip(net);
+    moveBack(net);
+  }
   return net;
 }
 
-void finish(Network& net) {
-  Flipper(net).run();
-  shiftBack(net);
+void flip(Network& net, int mostFullQueues) { Flipper(net, mostFullQueues).run(); }
+
+void moveBack(Network& net) {
+  std::vector<const Point*> done;
+  const auto shift = [&](Point* p) {
+    if (std::find(done.begin(), done.end(), p) != done.end()) return;
+    done.push_back(p);
+    p->x += net.originX;
+    p->y += net.originY;
+  };
+  for (int k = 1; k <= net.edges.length(); ++k) {
+    shift(net.edges[k].start);
+    shift(net.edges[k].end);
+  }
 }
 
 Network sweepOnly(const std::vector<std::array<double, 3>>& positions) {

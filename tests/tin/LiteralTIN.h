@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <deque>
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -62,6 +63,7 @@ struct Network {
   double originY = 0.0;
   bool null = false;             // there is no network at all
   bool queueOverflowed = false;  // an offer was dropped by a full queue
+  int fullQueues = 0;            // how often the queue was full while one edge was followed up
 };
 
 enum class Stop { AfterSweep, AfterFlips };
@@ -71,9 +73,10 @@ enum class Repeats { AgainstShifted, AgainstUnshifted };
 Network construct(const std::vector<std::array<double, 3>>& positions, Stop stop = Stop::AfterFlips,
                   Repeats repeats = Repeats::AgainstShifted);
 
-// What is left to do for a network whose construction was stopped after the sweep: flips, and the way back from shifted
-// coordinates.
-void finish(Network& net);
+// What is left to do for a network whose construction was stopped after the sweep: flips, which stop early once the
+// queue has been full `mostFullQueues` times, and the way back from shifted coordinates.
+void flip(Network& net, int mostFullQueues = std::numeric_limits<int>::max());
+void moveBack(Network& net);
 
 // The first three stages alone, on coordinates as they are; `null` says that the ordering or the fan gave nothing.
 Network sweepOnly(const std::vector<std::array<double, 3>>& positions);
