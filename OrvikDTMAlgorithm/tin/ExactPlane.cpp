@@ -8,16 +8,20 @@ namespace detail {
 
 namespace {
 
-// The in-circle determinant of positions relative to the fourth, in numbers wide enough for it.
+// Whether the fourth position, at the origin, lies inside the circle through the three, in numbers wide enough for the
+// in-circle determinant.
 template <typename Whole>
-bool determinantIsPositive(const MillimetrePosition& a, const MillimetrePosition& b, const MillimetrePosition& c) {
+bool containsOrigin(const MillimetrePosition& a, const MillimetrePosition& b, const MillimetrePosition& c) {
   const auto product = [](std::int64_t p, std::int64_t q) { return Whole(p) * Whole(q); };
   const auto square = [&product](const MillimetrePosition& p) { return Whole(product(p.x, p.x) + product(p.y, p.y)); };
   const auto cross = [&product](const MillimetrePosition& p, const MillimetrePosition& q) {
     return Whole(product(p.x, q.y) - product(q.x, p.y));
   };
-  const Whole det = square(a) * cross(b, c) + square(b) * cross(c, a) + square(c) * cross(a, b);
-  return det > 0;
+  const Whole bc = cross(b, c);
+  const Whole ca = cross(c, a);
+  const Whole ab = cross(a, b);
+  const Whole det = square(a) * bc + square(b) * ca + square(c) * ab;
+  return det != 0 ? det > 0 : raisedCircleContains<MillimetrePosition, const Whole&>(a, b, c, bc, ca, ab);
 }
 
 // With coordinates below 2^30 squares and crosses stay below 2^61, their products below 2^122, the sum below 2^124.
@@ -28,8 +32,8 @@ bool fits128Bits(const MillimetrePosition& p) {
 }
 
 bool contains(const MillimetrePosition& a, const MillimetrePosition& b, const MillimetrePosition& c) {
-  if (fits128Bits(a) && fits128Bits(b) && fits128Bits(c)) return determinantIsPositive<Int128>(a, b, c);
-  return determinantIsPositive<boost::multiprecision::int256_t>(a, b, c);
+  if (fits128Bits(a) && fits128Bits(b) && fits128Bits(c)) return containsOrigin<Int128>(a, b, c);
+  return containsOrigin<boost::multiprecision::int256_t>(a, b, c);
 }
 
 }  // namespace

@@ -1,5 +1,10 @@
 // Whole-millimetre positions and the two exact questions of a Delaunay triangulation about them: does this turn left,
 // and does this circle contain that point? Private.
+//
+// Four positions on one circle are decided by symbolic perturbation. Delaunay triangles are the lower hull of the
+// positions lifted to z = x^2 + y^2; each lifted position is raised by an infinitesimal amount, infinitely larger for a
+// position that comes later by x, then y. Then no four positions lie on one circle, and there is one triangulation. The
+// answer depends on the four positions alone, and not on where the origin lies.
 #pragma once
 
 #include <cmath>
@@ -52,6 +57,25 @@ inline double inUnits(std::int64_t millimetres) {
 }
 inline Position inUnits(const MillimetrePosition& p) { return {inUnits(p.x), inUnits(p.y)}; }
 
+// Whether d, at the origin, lies inside the circle through a, b and c, which turn counter-clockwise, when it lies on
+// that circle exactly or is one of the three. `bc`, `ca` and `ab` are their cross products, or have the same signs.
+//
+// The last of the four by x, then y, decides, because its rise outweighs those of the others. If it is d, that is
+// raised above the plane through a, b and c, and is outside. If it is a, the plane is raised at d by a's share of d,
+// which is (b x c) / (the triangle's doubled area) in barycentric coordinates: d is inside when b x c is positive. So
+// for b and c. No product is 0, because three different positions on a circle are not collinear. A corner itself is
+// outside: either it is the last, or the product that decides has the corner for a factor and is 0.
+template <typename Point, typename Value>
+bool raisedCircleContains(const Point& a, const Point& b, const Point& c, Value bc, Value ca, Value ab) {
+  const auto isAfter = [](const Point& p, const Point& q) { return p.x != q.x ? p.x > q.x : p.y > q.y; };
+  const bool bIsAfterA = isAfter(b, a);
+  const Point& laterOfTwo = bIsAfterA ? b : a;
+  const bool cIsLast = isAfter(c, laterOfTwo);
+  const Point& last = cIsLast ? c : laterOfTwo;
+  if (!isAfter(last, Point{0, 0})) return false;
+  return (cIsLast ? ab : bIsAfterA ? ca : bc) > 0;
+}
+
 // Positions whose coordinates, from 0 to less than 2^52 millimetres, are kept as doubles without loss. Differences are
 // then exact too. Each question is first asked in doubles: the answer stands when it is farther from 0 than rounding
 // can move it, or when every intermediate result is a whole number below 2^53, so that nothing was rounded at all; else
@@ -83,7 +107,8 @@ class NearPlane {
     return toWhole(bx) * toWhole(cy) > toWhole(by) * toWhole(cx);
   }
 
-  // True when d lies strictly inside the circle through a, b and c, which turn counter-clockwise.
+  // True when d lies inside the circle through a, b and c, which turn counter-clockwise; on the circle the perturbation
+  // decides, and a corner is not inside.
   bool circleContains(Number a, Number b, Number c, Number d) const {
     const Position& p = positions_[d];
     const double ax = positions_[a].x - p.x;
@@ -107,8 +132,10 @@ class NearPlane {
     constexpr double kErrorFactor = 11 * 0x1p-53;
     const double magnitude = a2 * (std::fabs(bc) + std::fabs(cb)) + b2 * (std::fabs(ca) + std::fabs(ac)) +
                              c2 * (std::fabs(ab) + std::fabs(ba));
-    if (std::fabs(det) > kErrorFactor * magnitude || magnitude < kExactBelow) return det > 0;
-    return circleContainsExactly({ax, ay}, {bx, by}, {cx, cy});
+    if (std::fabs(det) > kErrorFactor * magnitude) return det > 0;
+    if (magnitude >= kExactBelow) return circleContainsExactly({ax, ay}, {bx, by}, {cx, cy});
+    if (det != 0) return det > 0;
+    return raisedCircleContains<Position>({ax, ay}, {bx, by}, {cx, cy}, bc - cb, ca - ac, ab - ba);
   }
 
  private:

@@ -1,5 +1,6 @@
 // The exact predicates and orders against slow ones in numbers of any length: random, nearly degenerate and huge cases.
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <numeric>
@@ -126,18 +127,34 @@ bool slowTurnsLeft(const std::vector<MillimetrePosition>& p) {
   return left > cpp_int(p[1].y - p[0].y) * (p[2].x - p[0].x);
 }
 
+// The rise of each position in the perturbed test, in numbers: 1, N, N^2 and N^3 by x, then y, where N is far larger
+// than any cofactor; the squares that are not perturbed count N^4. Equal positions rise alike.
+std::array<cpp_int, 4> risesOf(const std::vector<MillimetrePosition>& p) {
+  std::array<cpp_int, 4> rises;
+  for (std::size_t i = 0; i < 4; ++i) {
+    const auto before = [&](const MillimetrePosition& q) { return q.x != p[i].x ? q.x < p[i].x : q.y < p[i].y; };
+    rises[i] = cpp_int(1) << static_cast<unsigned>(200 * std::count_if(p.begin(), p.end(), before));
+  }
+  return rises;
+}
+
 bool slowCircleContains(const std::vector<MillimetrePosition>& p) {
   cpp_int x[3];
   cpp_int y[3];
-  cpp_int square[3];
+  cpp_int lift[3];
   for (std::size_t i = 0; i < 3; ++i) {
     x[i] = p[i].x - p[3].x;
     y[i] = p[i].y - p[3].y;
-    square[i] = x[i] * x[i] + y[i] * y[i];
+    lift[i] = x[i] * x[i] + y[i] * y[i];
   }
-  const cpp_int determinant = square[0] * (x[1] * y[2] - x[2] * y[1]) + square[1] * (x[2] * y[0] - x[0] * y[2]) +
-                              square[2] * (x[0] * y[1] - x[1] * y[0]);
-  return determinant > 0;
+  const auto determinant = [&]() -> cpp_int {
+    return lift[0] * (x[1] * y[2] - x[2] * y[1]) + lift[1] * (x[2] * y[0] - x[0] * y[2]) +
+           lift[2] * (x[0] * y[1] - x[1] * y[0]);
+  };
+  if (const int sign = determinant().sign(); sign != 0) return sign > 0;
+  const std::array<cpp_int, 4> rises = risesOf(p);
+  for (std::size_t i = 0; i < 3; ++i) lift[i] = (lift[i] << 800) + rises[i] - rises[3];
+  return determinant() > 0;
 }
 
 std::vector<Position> asDoubles(const std::vector<MillimetrePosition>& positions) {
@@ -242,13 +259,36 @@ TEST(ExactPlane, PositionsAMillimetreOffACircle) {
   }
 }
 
-TEST(ExactPlane, AFourthPositionOnTheCircleIsNotInside) {
+// Every way of naming the corners, and every corner as the fourth; from a square of one millimetre to the largest.
+TEST(ExactPlane, OfFourOnACircleTheLastByXThenYIsOutside) {
+  constexpr std::size_t kLast = 2;
+  for (const std::int64_t r : {std::int64_t{1}, std::int64_t{100}, std::int64_t{1} << 29, std::int64_t{1} << 50}) {
+    const std::vector<MillimetrePosition> square = {{0, 0}, {r, 0}, {r, r}, {0, r}};
+    const detail::NearPlane near(asDoubles(square));
+    const detail::FarPlane far(square);
+    for (Number first = 0; first < 4; ++first) {
+      const Number second = (first + 1) % 4;
+      const Number third = (first + 2) % 4;
+      const Number fourth = (first + 3) % 4;
+      // The diagonal runs between the neighbours of the last corner, so its opposite is outside as well.
+      const bool inside = fourth != kLast && fourth != (kLast + 2) % 4;
+      EXPECT_EQ(near.circleContains(first, second, third, fourth), inside) << r << " " << fourth;
+      EXPECT_EQ(far.circleContains(first, second, third, fourth), inside) << r << " " << fourth;
+      for (const Number corner : {first, second, third}) {
+        EXPECT_FALSE(near.circleContains(first, second, third, corner)) << r;
+        EXPECT_FALSE(far.circleContains(first, second, third, corner)) << r;
+      }
+    }
+  }
+}
+
+TEST(ExactPlane, AMillimetreDecidesBesideTheLargestCircle) {
   const std::int64_t r = std::int64_t{1} << 50;
-  const std::vector<MillimetrePosition> square = {{0, 0}, {r, 0}, {r, r}, {0, r}, {0, r - 1}, {1, r}, {0, r + 1}};
+  const std::vector<MillimetrePosition> square = {{0, 0}, {r, 0}, {r, r}, {0, r - 1}, {1, r}, {0, r + 1}};
   const detail::NearPlane near(asDoubles(square));
   const detail::FarPlane far(square);
-  const bool expected[] = {false, true, true, false};
-  for (Number i = 0; i < 4; ++i) {
+  const bool expected[] = {true, true, false};
+  for (Number i = 0; i < 3; ++i) {
     EXPECT_EQ(near.circleContains(0, 1, 2, 3 + i), expected[i]) << i;
     EXPECT_EQ(far.circleContains(0, 1, 2, 3 + i), expected[i]) << i;
   }
