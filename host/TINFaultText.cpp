@@ -26,10 +26,12 @@ std::vector<const TPoint*> pointsAt(const CEType& tin, const TINCheck& check) {
     case TINFault::MissingEdge:
     case TINFault::OpenTriangle:
     case TINFault::NotCounterClockwise:
+    case TINFault::Overlap:
       addTriangle(tin, check.number, points);
       break;
     case TINFault::WrongSlot:
     case TINFault::WrongHull:
+    case TINFault::UnusedEdge:
       addEnds(tin.getEList()->findByNum(tin.getEList(), check.number), points);
       break;
     default:

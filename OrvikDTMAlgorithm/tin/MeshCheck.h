@@ -10,6 +10,7 @@
 #include <OrvikDTMAlgorithm/tin/ExactPlane.h>
 #include <OrvikDTMAlgorithm/tin/Mesh.h>
 #include <OrvikDTMAlgorithm/tin/Orientation.h>
+#include <OrvikDTMAlgorithm/tin/OutlineCheck.h>
 #include <OrvikDTMAlgorithm/tin/verifyTIN.h>
 
 inline namespace OrvikDTM {
@@ -35,6 +36,12 @@ class MillimetrePlane {
     const MillimetrePosition& a = positions_[i];
     const MillimetrePosition& b = positions_[j];
     return a.y != b.y ? a.y < b.y : a.x < b.x;
+  }
+
+  bool leftOf(Number i, Number j) const {
+    const MillimetrePosition& a = positions_[i];
+    const MillimetrePosition& b = positions_[j];
+    return a.x != b.x ? a.x < b.x : a.y < b.y;
   }
 
   Int128 along(Number i, const int* direction) const {
@@ -99,6 +106,12 @@ class DoublePlane {
     const Position& a = positions_[i];
     const Position& b = positions_[j];
     return a.y != b.y ? a.y < b.y : a.x < b.x;
+  }
+
+  bool leftOf(Number i, Number j) const {
+    const Position& a = positions_[i];
+    const Position& b = positions_[j];
+    return a.x != b.x ? a.x < b.x : a.y < b.y;
   }
 
   double along(Number i, const int* direction) const {
@@ -242,8 +255,9 @@ TriangleState stateOf(const Mesh& mesh, const Plane& plane, Number triangle, typ
   return turn > 0 || (turn == 0 && hasRepeat) ? TriangleState::Sound : TriangleState::Turned;
 }
 
-// The geometric part of the check, for a mesh whose edges and slots are consistent: triangles closed and
-// counter-clockwise, areas adding up to that of the hull of all positions of the plane.
+// The geometric part of the check, for a mesh whose edges and slots are consistent and whose positions are all corners
+// of triangles: triangles closed and counter-clockwise, none over another, areas adding up to that of the hull of all
+// positions of the plane. The areas need not be asked where the outline is a convex polygon.
 template <typename Plane>
 TINCheck checkGeometry(const Mesh& mesh, const Plane& plane) {
   Number turned = 0;
@@ -254,6 +268,11 @@ TINCheck checkGeometry(const Mesh& mesh, const Plane& plane) {
     if (state == TriangleState::Turned && turned == 0) turned = triangle;
   }
   if (turned != 0) return {TINFault::NotCounterClockwise, static_cast<int>(turned), 0.0};
+  const std::vector<OutlineSide> outline = outlineOf(mesh, plane);
+  if (isConvexPolygon(outline, plane)) return {};
+  if (const Number triangle = overlappingTriangle(outline, plane); triangle != 0) {
+    return {TINFault::Overlap, static_cast<int>(triangle), 0.0};
+  }
   const double gap = Plane::toArea(doubledHullArea(plane) - sum);
   const bool covers = std::fabs(gap) <= kAreaGapTolerance;
   return {covers ? TINFault::None : TINFault::AreaGap, 0, gap};

@@ -96,9 +96,14 @@ TINCheck checkEdgesExist(const FlatTIN& tin) {
   return {};
 }
 
-TINCheck checkSlots(const Mesh& mesh) {
-  const Number edge = detail::wrongSlot(mesh);
-  return edge == 0 ? TINCheck{} : faultAt(TINFault::WrongSlot, edge);
+TINCheck checkSlots(const FlatTIN& tin) {
+  const Mesh& mesh = tin.mesh();
+  if (const Number edge = detail::wrongSlot(mesh); edge != 0) return faultAt(TINFault::WrongSlot, edge);
+  for (Number edge = 1; edge <= mesh.edgeCount(); ++edge) {
+    const bool isUsed = mesh.edges[edge].left != 0 || mesh.edges[edge].right != 0;
+    if (!isUsed && tin.isWhole(edge)) return faultAt(TINFault::UnusedEdge, edge);
+  }
+  return {};
 }
 
 TINCheck checkHull(const FlatTIN& tin) {
@@ -108,7 +113,8 @@ TINCheck checkHull(const FlatTIN& tin) {
   if (entries[0] != 0) return faultAt(TINFault::WrongHull, 0);  // an entry that names no edge
   for (Number edge = 1; edge <= mesh.edgeCount(); ++edge) {
     const int expected = tin.isWhole(edge) && mesh.edges[edge].right == 0 ? 1 : 0;
-    if (entries[edge] != expected) return faultAt(TINFault::WrongHull, edge);
+    const bool isTurned = mesh.edges[edge].left == 0 && mesh.edges[edge].right != 0;
+    if (entries[edge] != expected || isTurned) return faultAt(TINFault::WrongHull, edge);
   }
   return {};
 }
@@ -190,7 +196,7 @@ bool areCollinear(const std::vector<TPoint*>& points) {
 TINCheck verify(const CEType& tin, const std::vector<TPoint*>& points) {
   const FlatTIN flat(tin);
   TINCheck check = checkEdgesExist(flat);
-  if (check.valid()) check = checkSlots(flat.mesh());
+  if (check.valid()) check = checkSlots(flat);
   if (!check.valid()) return check;
   const TINCheck geometry = checkGeometry(flat);
   if (geometry.fault == TINFault::OpenTriangle || geometry.fault == TINFault::NotCounterClockwise) return geometry;
@@ -229,6 +235,10 @@ std::string toText(const TINCheck& check) {
       return "point " + number + " is not a vertex";
     case TINFault::AreaGap:
       return "the triangles do not add up to the convex hull's area";
+    case TINFault::UnusedEdge:
+      return "edge " + number + " has no triangle";
+    case TINFault::Overlap:
+      return "triangle " + number + " overlaps another one";
   }
   return "unknown fault";
 }
