@@ -158,6 +158,18 @@ class Convert(HostTest):
         self.assert_done(run, warning="1 further ring of the outline left out")
         self.assertEqual(values(run.stdout)["Area"], "8100.000")
 
+    def test_every_command_tells_of_a_tiny_overlap(self):
+        triangles = [(0, 0, 10, 0, 0, 10), (10, 0, 10, 10, 0, 10), (5, 2, 5.002, 2, 5, 2.003)]
+        text = "".join(f"{t[i]}\n{t[i + 1]}\n1\n" for t in triangles for i in (0, 2, 4)) + "nil"
+        self.write("island.sjw", text)
+        self.assertEqual(self.run_host("info", "island.sjw").returncode, 3)
+        for command in (["volume", "island.sjw", "--level", "4"], ["convert", "island.sjw", "island.ttin"],
+                        ["height", "island.sjw", "--at", "3,3"], ["volume", "island.ttin", "--level", "4"]):
+            run = self.run_host(*command)
+            self.assertEqual(run.returncode, 0, run.stderr)
+            self.assertRegex(run.stderr, r"\Aorvikdtm: warning: [^\n]*: the TIN is not valid, so areas and volumes may be wrong: "
+                                         r"triangle \d overlaps another one, near [^\n]*\n\Z")
+
     def test_an_overlap_is_a_fault_and_told_with_its_place(self):
         triangles = [(0, 0, 9, 0, 0, 9), (0, 0, 9, 0, 0, 8), (0, 0, 9, 0, 0, 7)]
         text = "".join(f"{t[i]}\n{t[i + 1]}\n1\n" for t in triangles for i in (0, 2, 4)) + "nil"
