@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 
 #include <OrvikDTMAlgorithm/tin/FlipWatch.h>
@@ -12,7 +13,7 @@ namespace detail {
 // an origin that is the same for all points, rounded again: off by at most u M. With e = u (E + M) a difference of two
 // of them is off by 2 e, and a doubled area, the cross product of two differences up to D, by at most 8 e D + 8 e^2.
 //
-// - isConvex() above computes that area from rounded differences: at most 7 u D^2 off. So sureArea_.
+// - isConvex() below computes that area from rounded differences: at most 7 u D^2 off. So sureArea_.
 // - The side test takes the expanded form, off by at most 26 u M^2 (FlipFilter.h), and counts the area only beyond
 //   kLineTolerance. Where both together stay below it, all four areas that the convexity test has seen are positive
 //   by exact signs. FlipFilter asks for more than the side test does, and is within it.
@@ -38,6 +39,17 @@ FlipWatch::FlipWatch(const Mesh& mesh, const MillimetrePlane& plane) : mesh_(mes
   const double byMillimetres = 8 * off * (side + off);
   sureArea_ = 2 * (byMillimetres + 7 * kUnitRoundoff * side * side);
   needsLook_ = !(2 * (byMillimetres + 26 * kUnitRoundoff * largest * largest) < kLineTolerance);
+}
+
+bool FlipWatch::isConvex(Number a, Number b, Number c, Number d) const {
+  const Position& p = mesh_.points[a];
+  const Position& q = mesh_.points[d];
+  const double dx = q.x - p.x;
+  const double dy = q.y - p.y;
+  const double areaC = dx * (mesh_.points[c].y - p.y) - dy * (mesh_.points[c].x - p.x);
+  const double areaB = dy * (mesh_.points[b].x - p.x) - dx * (mesh_.points[b].y - p.y);
+  if (std::min(areaB, areaC) > sureArea_) return true;
+  return plane_.turn(a, d, c) > 0 && plane_.turn(a, b, d) > 0;
 }
 
 bool FlipWatch::allowsEnd() const {

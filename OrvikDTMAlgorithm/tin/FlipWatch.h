@@ -1,8 +1,6 @@
 // Whether the flip stage leaves a valid triangulation, and whether it comes to an end in time. Private.
 #pragma once
 
-#include <algorithm>
-
 #include <OrvikDTMAlgorithm/tin/MeshCheck.h>
 
 inline namespace OrvikDTM {
@@ -16,10 +14,11 @@ class FlipWatch {
   // The plane holds the positions of mesh.points, in the same order. Both must outlive the watch.
   FlipWatch(const Mesh& mesh, const MillimetrePlane& plane);
 
+  // Whether flips have to be noted at all.
+  bool needsLook() const { return needsLook_; }
+
   // Before the diagonal b - c of the triangles (b, c, a) and (c, b, d) becomes a - d.
-  void note(Number a, Number b, Number c, Number d) {
-    if (!isDoubtful_ && needsLook_ && !isConvex(a, b, c, d)) isDoubtful_ = true;
-  }
+  void note(Number a, Number b, Number c, Number d) { isDoubtful_ = isDoubtful_ || !isConvex(a, b, c, d); }
 
   // After the queue has been full while one edge was followed up; false when the stage is to be broken off.
   bool allowsFullQueue() { return ++fullQueues_ < kMostFullQueues; }
@@ -31,16 +30,7 @@ class FlipWatch {
   // Where flips go round in circles, they do so beside one edge after another. Each full queue costs some milliseconds.
   static constexpr int kMostFullQueues = 20;
 
-  bool isConvex(Number a, Number b, Number c, Number d) const {
-    const Position& p = mesh_.points[a];
-    const Position& q = mesh_.points[d];
-    const double dx = q.x - p.x;
-    const double dy = q.y - p.y;
-    const double areaC = dx * (mesh_.points[c].y - p.y) - dy * (mesh_.points[c].x - p.x);
-    const double areaB = dy * (mesh_.points[b].x - p.x) - dx * (mesh_.points[b].y - p.y);
-    if (std::min(areaB, areaC) > sureArea_) return true;
-    return plane_.turn(a, d, c) > 0 && plane_.turn(a, b, d) > 0;
-  }
+  bool isConvex(Number a, Number b, Number c, Number d) const;
 
   const Mesh& mesh_;
   const MillimetrePlane& plane_;

@@ -34,6 +34,8 @@ struct Ends {
   bool settled;
 };
 
+// One that looks at its flips is a class of its own: the other is not to pay for it.
+template <bool kLooks>
 class Flipper {
  public:
   Flipper(Mesh& mesh, const FlipFilter& filter, FlipWatch* watch)
@@ -114,7 +116,7 @@ class Flipper {
     const Number c = originOf(against);
     const Number a = left.apex;
     const Number d = right.apex;
-    if (watch_ != nullptr) watch_->note(a, b, c, d);
+    if constexpr (kLooks) watch_->note(a, b, c, d);
     const Number ca = left.next;
     const Number ab = left.previous;
     const Number bd = right.next;
@@ -146,14 +148,20 @@ class Flipper {
   bool closes_ = true;
 };
 
+template <bool kLooks>
+bool flip(Mesh& mesh, const FlipFilter& filter, FlipWatch* watch) {
+  Flipper<kLooks> flipper(mesh, filter, watch);
+  if (!flipper.closes()) return flipByPosition(mesh, watch);
+  return flipper.run() && (watch == nullptr || watch->allowsEnd());
+}
+
 }  // namespace
 
 bool flipToDelaunay(Mesh& mesh, FlipWatch* watch) {
   const FlipFilter filter(mesh.points);
   if (!filter.inReach()) return flipByPosition(mesh, watch);
-  Flipper flipper(mesh, filter, watch);
-  if (!flipper.closes()) return flipByPosition(mesh, watch);
-  return flipper.run() && (watch == nullptr || watch->allowsEnd());
+  const bool looks = watch != nullptr && watch->needsLook();
+  return looks ? flip<true>(mesh, filter, watch) : flip<false>(mesh, filter, watch);
 }
 
 }  // namespace detail

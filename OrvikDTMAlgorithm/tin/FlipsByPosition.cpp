@@ -19,7 +19,11 @@ struct OuterEdge {
 
 class PositionFlipper {
  public:
-  PositionFlipper(Mesh& mesh, FlipWatch* watch) : mesh_(mesh), watch_(watch), settled_(mesh.edges.size(), false) {}
+  PositionFlipper(Mesh& mesh, FlipWatch* watch)
+      : mesh_(mesh),
+        watch_(watch),
+        looks_(watch != nullptr && watch->needsLook()),
+        settled_(mesh.edges.size(), false) {}
 
   // False when the watch breaks it off.
   bool run() {
@@ -74,7 +78,7 @@ class PositionFlipper {
 
   void flip(Number edge, const Wing& left, const Wing& right) {
     MeshEdge& f = mesh_.edges[edge];
-    if (watch_ != nullptr) watch_->note(left.corner, f.start, f.end, right.corner);
+    if (looks_) watch_->note(left.corner, f.start, f.end, right.corner);
     f.start = left.corner;
     f.end = right.corner;
     mesh_.triangles[f.left] = {{right.cEdge.number, left.cEdge.number, edge}};
@@ -96,6 +100,7 @@ class PositionFlipper {
 
   Mesh& mesh_;
   FlipWatch* watch_;
+  bool looks_;
   FlipQueue queue_;
   std::vector<bool> settled_;
 };
