@@ -50,11 +50,12 @@ Triangles trianglesOf(const Positions& positions) {
   return result;
 }
 
+Wide squareOf(const Place& p) { return Wide(p.first) * p.first + Wide(p.second) * p.second; }
+
 // The in-circle determinant of positions lifted to `lift`.
-template <typename Whole>
-Whole inCircle(const Corners& t, const Place& d, const std::array<Whole, 4>& lift) {
+Wide inCircle(const Corners& t, const Place& d, const std::array<Wide, 4>& lift) {
   const auto minor = [&](const Place& p, const Place& q) {
-    return Whole((p.first - d.first) * (q.second - d.second) - (p.second - d.second) * (q.first - d.first));
+    return Wide(Wide(p.first - d.first) * (q.second - d.second) - Wide(p.second - d.second) * (q.first - d.first));
   };
   return (lift[0] - lift[3]) * minor(t[1], t[2]) + (lift[1] - lift[3]) * minor(t[2], t[0]) +
          (lift[2] - lift[3]) * minor(t[0], t[1]);
@@ -63,17 +64,15 @@ Whole inCircle(const Corners& t, const Place& d, const std::array<Whole, 4>& lif
 // Whether d is inside the circle when the position of rank r by x, then y is raised by N^r, N beyond any minor, and the
 // squares count more than all of that.
 bool isInside(const Corners& t, const Place& d) {
-  const auto square = [](const Place& p) { return p.first * p.first + p.second * p.second; };
   const std::array<Place, 4> four = {t[0], t[1], t[2], d};
-  std::array<std::int64_t, 4> lift{};
-  std::transform(four.begin(), four.end(), lift.begin(), square);
-  if (const std::int64_t sign = inCircle<std::int64_t>(t, d, lift); sign != 0) return sign > 0;
-  std::array<Wide, 4> raised;
+  std::array<Wide, 4> lift;
+  std::transform(four.begin(), four.end(), lift.begin(), squareOf);
+  if (const int sign = inCircle(t, d, lift).sign(); sign != 0) return sign > 0;
   for (std::size_t i = 0; i < 4; ++i) {
     const auto rank = std::count_if(four.begin(), four.end(), [&](const Place& q) { return q < four[i]; });
-    raised[i] = Wide(1) << static_cast<unsigned>(64 * rank);
+    lift[i] = Wide(1) << static_cast<unsigned>(100 * rank);
   }
-  return inCircle<Wide>(t, d, raised) > 0;
+  return inCircle(t, d, lift) > 0;
 }
 
 // Every triangle of three positions whose circle holds no other.
