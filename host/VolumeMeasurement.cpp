@@ -6,14 +6,8 @@
 
 namespace {
 
-// Against a level and without a boundary there is nothing to overlay: every triangle is a prism or two, which the
-// simpler way measures as exactly, and faster.
 FillCutResult* exactly(VolumeMeasurement& work) {
   CEType* const ground = work.ground->getCEType();
-  if (work.reference == nullptr && ground->getRangeList().empty()) {
-    work.coverage = work.ground->getTwoDArea();
-    return ground->getFillCut(work.level);
-  }
   if (work.reference == nullptr) return ground->getFillCutExact(work.level, &work.coverage);
   return ground->getFillCutExact(work.reference->getCEType(), &work.coverage);
 }

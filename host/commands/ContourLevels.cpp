@@ -4,6 +4,7 @@
 
 #include "Console.h"
 #include "Options.h"
+#include "SurfaceAreas.h"
 #include "UserText.h"
 
 namespace {
@@ -33,7 +34,8 @@ pictures::ContourLevels fittingLevels(const DTMSurface& surface) {
   return {range > 0.0 ? pictures::roundStep(std::max(range / kFittingLevels, kLeastInterval)) : 1.0};
 }
 
-pictures::TerrainFacts terrainFacts(const DTMSurface& surface, const std::string& name) {
+pictures::TerrainFacts terrainFacts(DTMSurface& surface, const std::string& name) {
+  setExactAreas(surface);
   return {name, static_cast<std::size_t>(surface.getPointsNumber()), surface.getTwoDArea(), surface.getMinElev(),
           surface.getMaxElev()};
 }

@@ -16,4 +16,4 @@ void requireFewLevels(const pictures::PlanMesh& mesh, const pictures::ContourLev
 pictures::ContourLevels fittingLevels(const DTMSurface& surface);
 
 // The surface's figures for the legend of its picture.
-pictures::TerrainFacts terrainFacts(const DTMSurface& surface, const std::string& name);
+pictures::TerrainFacts terrainFacts(DTMSurface& surface, const std::string& name);

@@ -10,6 +10,7 @@
 #include "PointCount.h"
 #include "Progress.h"
 #include "Results.h"
+#include "SurfaceAreas.h"
 #include "SurfaceFile.h"
 #include "TINFaultText.h"
 #include "UserText.h"
@@ -65,6 +66,7 @@ void info(const InfoOrder& order) {
   Results results;
   results.text("Surface", surfaceName(path));
   addCounts(*surface, results);
+  setExactAreas(*surface);
   addMeasures(*surface, results);
   results.text("Triangulation", stateOf(tin, check));
   results.print(order.json);

@@ -12,6 +12,7 @@
 #include "Paths.h"
 #include "Progress.h"
 #include "Results.h"
+#include "SurfaceAreas.h"
 #include "UserText.h"
 #include "VolumeMeasurement.h"
 #include "VolumePictures.h"
@@ -141,6 +142,8 @@ void volume(const VolumeOrder& order, const CLI::App& command) {
   const Boundary boundary = readLimit(order.boundary);
 
   readSurfaces(order, work);
+  const bool showsAreas = !report.empty() || !pictures.page.empty();
+  if (showsAreas && work.method == VolumeMethod::kExact) setExactAreas(*work.ground);
   limitTo(boundary, order.boundary, *work.ground);
   progress::show("measuring volumes", kBothRead);
   measure(work);

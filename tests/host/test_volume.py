@@ -1,8 +1,49 @@
 """`orvikdtm volume`."""
 
+import random
+import re
 import unittest
+from fractions import Fraction
 
-from orvikdtm import FAILED, SITE, TILTED, HostTest, values
+from orvikdtm import FAILED, SITE, TILTED, HostTest, json_of, values
+
+# Triangles of 10 km whose third corner lies some millimetres beside the longest side.
+SLIVERS = 40
+
+
+def slivers():
+    """Corners as texts of decimals."""
+    source = random.Random(14)
+    triangles = []
+    for i in range(SLIVERS):
+        height = [f"{source.uniform(0, 20):.3f}" for _ in range(3)]
+        middle = (f"{source.uniform(2000, 8000):.3f}", f"{i + source.choice((0.001, 0.002, 0.003)):.3f}")
+        triangles.append([("0.000", f"{i}.000", height[0]), ("10000.000", f"{i}.000", height[1]), (*middle, height[2])])
+    return triangles
+
+
+def above_and_below(corners, level):
+    """Plan area and volume of a triangle above a level, and those below it, in whole fractions."""
+    def measure(polygon):
+        area = volume = Fraction(0)
+        for (x0, y0, d0), (x1, y1, d1), (x2, y2, d2) in ((polygon[0], *polygon[i:i + 2]) for i in range(1, len(polygon) - 1)):
+            part = ((x1 - x0) * (y2 - y0) - (y1 - y0) * (x2 - x0)) / 2
+            area += part
+            volume += part * (d0 + d1 + d2) / 3
+        return abs(area), abs(volume)
+
+    def kept(polygon, sign):
+        result = []
+        for p, q in zip(polygon, polygon[1:] + polygon[:1]):
+            if sign * p[2] >= 0:
+                result.append(p)
+            if p[2] * q[2] < 0:
+                share = p[2] / (p[2] - q[2])
+                result.append(tuple(a + share * (b - a) for a, b in zip(p, q)))
+        return result
+
+    polygon = [(Fraction(x), Fraction(y), Fraction(z) - level) for x, y, z in corners]
+    return measure(kept(polygon, 1)), measure(kept(polygon, -1))
 
 
 class Volume(HostTest):
@@ -61,6 +102,28 @@ class Volume(HostTest):
                     exact_values, sampled_values = values(exact.stdout), values(sampled.stdout)
                     for label in ("Cut volume", "Fill volume", "Cut plan area", "Fill surface area"):
                         self.assertAlmostEqual(float(exact_values[label]), float(sampled_values[label]), delta=0.0015)
+
+    def test_slivers_are_measured_exactly(self):
+        """Whole and split by the level, in all that the program prints and writes."""
+        triangles = slivers()
+        self.write("slivers.sjw", "".join(f"{v}\n" for t in triangles for corner in t for v in corner) + "nil\n")
+        for level in ("-1", "10", "21"):
+            with self.subTest(level=level):
+                parts = [above_and_below(corners, Fraction(level)) for corners in triangles]
+                (cut_area, cut), (fill_area, fill) = ([float(sum(p[side][i] for p in parts)) for i in (0, 1)]
+                                                      for side in (0, 1))
+                run = self.volume(level, "--json", "--html", "page.html", points="slivers.sjw")
+                self.assertEqual(run.returncode, 0, run.stderr)
+                printed = json_of(run)
+                for label, expected in (("cut_volume", cut), ("fill_volume", fill), ("cut_plan_area", cut_area),
+                                        ("fill_plan_area", fill_area), ("covered_plan_area", cut_area + fill_area)):
+                    self.assertAlmostEqual(printed[label], expected, delta=1e-7 * (cut + fill), msg=label)
+                total = f"{cut_area + fill_area:.4f}"
+                self.assertIn(f"{'Plan area':20}{total:20}", self.report())
+                page = (self.folder / "page.html").read_text(encoding="utf-8")
+                self.assertIsNotNone(re.search(r"Plan area</t[dh]>\s*<td[^>]*>" + re.escape(total), page), "the page")
+        info = json_of(self.run_host("info", "slivers.sjw", "--json"))
+        self.assertAlmostEqual(info["plan_area"], cut_area + fill_area, delta=1e-7)
 
     def test_the_report_is_in_english_by_default(self):
         self.assert_done(self.volume("10"))

@@ -359,6 +359,34 @@ TEST(ExactVolume, LevelAgreesWithTheVolumeOfWholeTriangles) {
   }
 }
 
+// Triangles of 10 km, some millimetres wide, whole and split, where Heron's formula is off by up to a hundredth.
+TEST(ExactVolume, LevelAgreesWithRationalArithmeticOnSlivers) {
+  for (const double* offset : kOffsets) {
+    SCOPED_TRACE(offset[0]);
+    inputs::Random random(14);
+    inputs::Positions p;
+    Faces faces;
+    for (int i = 0; i < 30; ++i) {
+      const auto height = [&random] { return static_cast<double>(random.between(0, 20)); };
+      const double x = offset[0] + static_cast<double>(random.between(2000, 8000));
+      const double y = offset[1] + i;
+      p.push_back({offset[0], y, height()});
+      p.push_back({offset[0] + 10000, y, height()});
+      p.push_back({x, y + 0.001 * static_cast<double>(random.between(1, 3)), height()});
+      faces.push_back({3 * i, 3 * i + 1, 3 * i + 2});
+    }
+    const Network slivers = ofFaces(p, faces);
+    for (const double level : {-1.0, 7.0, 10.0, 21.0}) {
+      const inputs::Positions around{{offset[0] - 100, offset[1] - 100, level},
+                                     {offset[0] + 90000, offset[1] - 100, level},
+                                     {offset[0] - 100, offset[1] + 90000, level}};
+      const Network plane = ofFaces(around, {{0, 1, 2}});
+      expectRational(exactVolumes(slivers, level), exact::fillCut(trianglesOf(*slivers.tin), trianglesOf(*plane.tin)),
+                     1e-12);
+    }
+  }
+}
+
 // Infinite where that is infinite, no number where that is none.
 TEST(ExactVolume, LevelsBeyondAllHeightsGiveTheKindOfTheVolumeOfWholeTriangles) {
   const Network a = constructed(inputs::randomMillimetres(6, 60, 50, 0, 0));
