@@ -1,6 +1,7 @@
 #include "VolumeMeasurement.h"
 
 #include <cmath>
+#include <memory>
 
 #include "Console.h"
 
@@ -15,6 +16,15 @@ FillCutResult* exactly(VolumeMeasurement& work) {
 FillCutResult* bySampling(VolumeMeasurement& work) {
   if (work.reference == nullptr) return work.ground->getFillCut(work.level);
   return work.ground->getFillCut(work.reference->getCEType());
+}
+
+// Whether sampling measured nothing at all because nothing is there to measure. Surfaces that coincide have no volume
+// either.
+bool hasNothingToSample(VolumeMeasurement& work) {
+  const FillCutResult& result = *work.result;
+  if (result.getCutTwoDArea() != 0.0 || result.getFillTwoDArea() != 0.0) return false;
+  const std::unique_ptr<FillCutResult> overlaid(exactly(work));
+  return work.coverage == 0.0;
 }
 
 void nameSurfaces(const VolumeMeasurement& work) {
@@ -40,7 +50,7 @@ void measure(VolumeMeasurement& work) {
   }
   nameSurfaces(work);
   requireFinite(work);
-  if (work.method == VolumeMethod::kExact && work.coverage == 0.0) {
+  if (work.method == VolumeMethod::kExact ? work.coverage == 0.0 : hasNothingToSample(work)) {
     console::warn(work.groundName + ": nothing lies within both surfaces and the boundary, so all volumes are 0");
   }
 }

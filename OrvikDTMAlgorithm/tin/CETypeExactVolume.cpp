@@ -2,6 +2,7 @@
 // triangle is a piece by itself; what the boundary cuts through is clipped by its parts. Every piece is then measured
 // as what lies between two planes.
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -11,6 +12,7 @@
 #include <OrvikDTMAlgorithm/surface/FillCutResult.h>
 #include <OrvikDTMAlgorithm/tin/BoundaryParts.h>
 #include <OrvikDTMAlgorithm/tin/CETypeElements.h>
+#include <OrvikDTMAlgorithm/tin/CommonArea.h>
 #include <OrvikDTMAlgorithm/tin/CompensatedSum.h>
 #include <OrvikDTMAlgorithm/tin/ConvexPiece.h>
 #include <OrvikDTMAlgorithm/tin/Facets.h>
@@ -31,6 +33,7 @@ using detail::Facet;
 using detail::Facets;
 using detail::PieceCorner;
 using detail::PieceMeasure;
+using detail::PlanTriangle;
 using detail::Position;
 using Place = BoundaryParts::Place;
 
@@ -68,10 +71,11 @@ double nonNegative(const CompensatedSum& sum) { return sum.value() < 0 ? 0.0 : s
 
 class Account {
  public:
-  // Measures a piece of a triangle whose area along the surface is `spread` times its plan area.
-  void add(const ConvexPiece& piece, Kind kind, double spread) {
+  // Measures a piece, relative to `origin`, of a triangle whose area along the surface is `spread` times its plan area.
+  void add(const ConvexPiece& piece, const Position& origin, Kind kind, double spread) {
     const PieceMeasure whole = piece.measure();
     coverage_.add(whole.area);
+    if (!isCertain_) noteArea(piece, origin, whole.area);
     if (kind == Kind::Fill) fill_.add(whole, spread, -1.0);
     if (kind == Kind::Cut) cut_.add(whole, spread, 1.0);
     if (kind == Kind::Unknown) {
@@ -89,6 +93,9 @@ class Account {
 
   double coverage() const { return nonNegative(coverage_); }
 
+  // Whether there are pieces, all of them so narrow that they may be no more than a contact.
+  bool isDoubtful() const { return hasPieces_ && !isCertain_; }
+
   std::unique_ptr<FillCutResult> result(const TINMeasures& totals) const {
     auto record = std::make_unique<FillCutResult>();
     record->setFillTwoDArea(nonNegative(fill_.planArea));
@@ -105,9 +112,21 @@ class Account {
   }
 
  private:
+  // A piece is certain where it is wider than the last digits of its coordinates can make it, more than amply.
+  void noteArea(const ConvexPiece& piece, const Position& origin, double area) {
+    constexpr double kUncertainty = 0x1p-44;
+    hasPieces_ = true;
+    const Box box = piece.box();
+    const double length = (box.maxX - box.minX) + (box.maxY - box.minY);
+    const double extent = std::fabs(origin.x) + std::fabs(origin.y) + length;
+    isCertain_ = area > kUncertainty * extent * length;
+  }
+
   Side fill_;
   Side cut_;
   CompensatedSum coverage_;
+  bool hasPieces_ = false;
+  bool isCertain_ = false;
 };
 
 struct Differences {
@@ -145,6 +164,8 @@ class Limit {
     if (polygon.size() >= kFewestBoundaryPoints) parts_.emplace(polygon);
   }
 
+  bool isThere() const { return parts_.has_value(); }
+
   Place placeOf(const Box& box) const { return parts_ ? parts_->placeOf(box) : Place::Inside; }
 
   // Adds what lies within the boundary of a piece relative to `origin`; `place` is that of a box around the piece.
@@ -157,11 +178,11 @@ class Limit {
       place = placeOf(box);
     }
     if (place == Place::Outside) return;
-    if (place == Place::Inside) return account.add(piece, kind, spread);
+    if (place == Place::Inside) return account.add(piece, origin, kind, spread);
     parts_->visitParts(box, [&](const BoundaryPart& part) {
       ConvexPiece within(piece);
       parts_->clip(part, within, origin);
-      if (!within.isEmpty()) account.add(within, kind, spread);
+      if (!within.isEmpty()) account.add(within, origin, kind, spread);
     });
   }
 
@@ -346,6 +367,13 @@ void addAgainstLevel(const Facet& facet, double level, const Limit& limit, Accou
   limit.add(piece, origin, place, kindAgainstLevel(differencesOf(piece)), facet.spread, account);
 }
 
+std::vector<PlanTriangle> planOf(const Facets& facets) {
+  std::vector<PlanTriangle> triangles;
+  triangles.reserve(facets.all().size());
+  for (const Facet& facet : facets.all()) triangles.push_back(std::to_array(facet.p));
+  return triangles;
+}
+
 }  // namespace
 
 FillCutResult* CEType::getFillCutExact(CEType* reference, double* coverage) {
@@ -358,6 +386,10 @@ FillCutResult* CEType::getFillCutExact(CEType* reference, double* coverage) {
   const Facets own(*this);
   for (const Facet& facet : own.all()) overlay.add(facet);
   overlay.finish();
+  if (account.isDoubtful()) {
+    const std::vector<Position> boundary = limit.isThere() ? detail::cornersOf(rangeList_) : std::vector<Position>();
+    if (!detail::haveCommonArea({planOf(own), planOf(others), true, boundary})) account = {};
+  }
   if (coverage != nullptr) *coverage = account.coverage();
   return account.result(getMeasures()).release();
 }
@@ -372,6 +404,10 @@ FillCutResult* CEType::getFillCutExact(double elevation, double* coverage) {
       detail::prefetchWhole(ahead->getEndPoint());
     }
     if (Facet::make(*this, tri, facet)) addAgainstLevel(facet, elevation, limit, account);
+  }
+  if (account.isDoubtful() && limit.isThere() &&
+      !detail::haveCommonArea({planOf(Facets(*this)), {}, false, detail::cornersOf(rangeList_)})) {
+    account = {};
   }
   if (coverage != nullptr) *coverage = account.coverage();
   return account.result(getMeasures()).release();

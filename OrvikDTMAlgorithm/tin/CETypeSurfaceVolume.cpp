@@ -9,6 +9,7 @@
 #include <OrvikDTMAlgorithm/report/NumberText.h>
 #include <OrvikDTMAlgorithm/report/U.h>
 #include <OrvikDTMAlgorithm/tin/CETypeElements.h>
+#include <OrvikDTMAlgorithm/tin/CommonArea.h>
 #include <OrvikDTMAlgorithm/tin/FillAndCut.h>
 #include <OrvikDTMAlgorithm/tin/FlatTIN.h>
 #include <OrvikDTMAlgorithm/tin/PointHash.h>
@@ -150,13 +151,19 @@ FillCutResult* CEType::getFillCut(CEType* reference) {
   const CEType& walked = referenceIsWalked ? *reference : *this;
   CEType& queried = referenceIsWalked ? *this : *reference;
   detail::SurfaceComparison::Task task{
-      referenceIsWalked ? other : own, referenceIsWalked ? own : other, std::nullopt, referenceIsWalked, false,
+      referenceIsWalked ? other : own, referenceIsWalked ? own : other, std::nullopt, {}, referenceIsWalked, false,
       queried.lastTriangleNo_};
-  if (hasBoundary()) task.boundary.emplace(rangeList_);
+  if (hasBoundary()) {
+    task.boundary.emplace(rangeList_);
+    task.boundaryCorners = detail::cornersOf(rangeList_);
+  }
   queried.hullRingIsSettled_ = queried.hullRing_ != nullptr;
   task.splitAtOnce = walked.sharesFewPointsWith(*task.queried, task.lastFound);
-  triangle3Source_.comparison = std::make_shared<const detail::SurfaceComparison>(std::move(task));
-  return detail::newResult(triangle3Source_.comparison->measure(queried.lastTriangleNo_), totals);
+  const auto comparison = std::make_shared<const detail::SurfaceComparison>(std::move(task));
+  const detail::SurfaceComparison::Outcome outcome = comparison->measure();
+  queried.lastTriangleNo_ = outcome.lastFound;
+  if (outcome.sums) triangle3Source_.comparison = comparison;
+  return detail::newResult(outcome.sums.value_or(detail::FillAndCut{}), totals);
 }
 
 FillCutResult* CEType::getFillCutWithinBoundary(double elevation) {

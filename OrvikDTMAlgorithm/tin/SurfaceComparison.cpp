@@ -1,7 +1,9 @@
+#include <array>
 #include <cfloat>
 #include <cmath>
 
 #include <OrvikDTMAlgorithm/report/NumberText.h>
+#include <OrvikDTMAlgorithm/tin/CommonArea.h>
 #include <OrvikDTMAlgorithm/tin/PieceQueue.h>
 #include <OrvikDTMAlgorithm/tin/SurfaceComparison.h>
 #include <OrvikDTMAlgorithm/tin/Triangle3.h>
@@ -72,6 +74,7 @@ class Run {
     for (int tri = 1; tri <= task_.walked->triangleCount(); ++tri) {
       const FlatTIN::Corners* corners = task_.walked->corners(tri);
       if (corners == nullptr) continue;
+      walkedCorners_ = corners;
       const Piece whole = pieceOf(*corners);
       if (!task_.splitAtOnce) {
         sums.add(compare(whole));
@@ -85,6 +88,9 @@ class Run {
   }
 
   int lastFound() const { return last_; }
+
+  // Whether what was measured, if anything, is known to be more than a contact.
+  bool isBeyondDoubt() const { return !hasMeasured_ || isCommon_; }
 
  private:
   static Piece pieceOf(const FlatTIN::Corners& c) {
@@ -218,7 +224,20 @@ class Run {
   void measureIn(int tri, const Piece& piece, FillAndCut& sums) {
     double heights[kCornersOfPiece];
     for (int i = 0; i < kCornersOfPiece; ++i) heights[i] = heightIn(tri, piece.corner[i]);
+    if (!isCommon_) lookForCommonArea(piece, tri);
     measure(piece, heights, sums);
+  }
+
+  // Nearly every piece that lies in one triangle shows at once that the networks overlap.
+  void lookForCommonArea(const Piece& piece, int tri) {
+    constexpr int kMostLooks = 64;
+    if (looks_ == kMostLooks) return;
+    ++looks_;
+    const Spot(&c)[kCornersOfPiece] = piece.corner;
+    const Position middle{(c[0].x + c[1].x + c[2].x) / 3, (c[0].y + c[1].y + c[2].y) / 3};
+    const FlatTIN::Corners* corners = queried_.corners(tri);
+    isCommon_ = corners != nullptr && isSurelyCommon(middle, std::to_array(walkedCorners_->p),
+                                                     std::to_array(corners->p), task_.boundaryCorners);
   }
 
   // Where a corner has no height, the mean of the others' stands in for it.
@@ -231,6 +250,7 @@ class Run {
   }
 
   void measure(const Piece& piece, const double (&heights)[3], FillAndCut& sums) {
+    hasMeasured_ = true;
     measurePiece(piece, heights, task_.referenceIsWalked ? kFill : kCut, sums, draw_);
   }
 
@@ -241,6 +261,10 @@ class Run {
   bool knowsPlaces_;
   int last_ = task_.lastFound;
   int hint_ = 0;
+  const FlatTIN::Corners* walkedCorners_ = nullptr;
+  bool hasMeasured_ = false;
+  bool isCommon_ = false;
+  int looks_ = 0;
   PieceQueue queues_[2];
   std::vector<Piece> rest_;
 
@@ -254,13 +278,22 @@ class Run {
 
 TPoint pointAt(const Spot& p) { return {p.x, p.y, p.z}; }
 
+std::vector<PlanTriangle> planOf(const FlatTIN& tin) {
+  std::vector<PlanTriangle> triangles;
+  for (int tri = 1; tri <= tin.triangleCount(); ++tri) {
+    if (const FlatTIN::Corners* corners = tin.corners(tri)) triangles.push_back(std::to_array(corners->p));
+  }
+  return triangles;
+}
+
 }  // namespace
 
-FillAndCut SurfaceComparison::measure(int& lastFound) const {
+SurfaceComparison::Outcome SurfaceComparison::measure() const {
   Run run(task_, [](const Spot&, const Spot&, const Spot&, int) {});
   const FillAndCut sums = run.all();
-  lastFound = run.lastFound();
-  return sums;
+  const bool isOverlap = run.isBeyondDoubt() ||
+                         haveCommonArea({planOf(*task_.walked), planOf(*task_.queried), true, task_.boundaryCorners});
+  return {isOverlap ? std::optional<FillAndCut>(sums) : std::nullopt, run.lastFound()};
 }
 
 void SurfaceComparison::appendPieces(std::vector<std::shared_ptr<Triangle3>>& list) const {

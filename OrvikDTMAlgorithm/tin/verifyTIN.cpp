@@ -4,6 +4,7 @@
 
 #include <OrvikDTMAlgorithm/tin/CEType.h>
 #include <OrvikDTMAlgorithm/tin/ConvexList.h>
+#include <OrvikDTMAlgorithm/tin/DecimalGrid.h>
 #include <OrvikDTMAlgorithm/tin/EList.h>
 #include <OrvikDTMAlgorithm/tin/MeshCheck.h>
 #include <OrvikDTMAlgorithm/tin/PositionSet.h>
@@ -131,44 +132,9 @@ TINCheck checkPoints(const FlatTIN& tin, const std::vector<TPoint*>& points) {
   return {};
 }
 
-// How far, in millimetres, a coordinate up to `extent` may be off a whole number and still be taken for it: four units
-// in the last place, which is what moving to a local origin and back leaves behind. 0 where that could be taken for any
-// number.
-double millimetreTolerance(double extent) {
-  constexpr double kUnitInLastPlace = 0x1p-52;
-  constexpr double kCoarsest = 0.25;
-  const double noise = detail::kMillimetresPerUnit * 4 * kUnitInLastPlace * std::max(extent, 1.0);
-  return noise > kCoarsest ? 0.0 : noise;
-}
-
-bool isWholeMillimetres(const Position& p, const MillimetrePosition& whole, double tolerance) {
-  if (detail::samePosition(detail::inUnits(whole), p)) return true;
-  const double offX = std::fabs(p.x * detail::kMillimetresPerUnit - static_cast<double>(whole.x));
-  const double offY = std::fabs(p.y * detail::kMillimetresPerUnit - static_cast<double>(whole.y));
-  return offX < tolerance && offY < tolerance;
-}
-
-// The positions in whole millimetres when all of them are; empty otherwise.
-std::vector<MillimetrePosition> wholeMillimetres(const std::vector<Position>& positions) {
-  double extent = 0.0;
-  for (const Position& p : positions) {
-    if (std::isnan(p.x) || std::isnan(p.y)) return {};
-    extent = std::max({extent, std::fabs(p.x), std::fabs(p.y)});
-  }
-  if (extent > detail::kLargestInMillimetres) return {};
-  const double tolerance = millimetreTolerance(extent);
-  std::vector<MillimetrePosition> result;
-  result.reserve(positions.size());
-  for (const Position& p : positions) {
-    result.push_back(detail::inMillimetres(p));
-    if (!isWholeMillimetres(p, result.back(), tolerance)) return {};
-  }
-  return result;
-}
-
 TINCheck checkGeometry(const FlatTIN& tin) {
   const std::vector<Position>& positions = tin.positions().positions();
-  std::vector<MillimetrePosition> millimetres = wholeMillimetres(positions);
+  std::vector<MillimetrePosition> millimetres = detail::wholeMillimetres(positions);
   if (millimetres.size() == positions.size()) {
     return detail::checkGeometry(tin.mesh(), detail::MillimetrePlane(std::move(millimetres)));
   }

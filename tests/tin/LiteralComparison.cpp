@@ -13,6 +13,8 @@
 #include <OrvikDTMAlgorithm/tin/TList.h>
 #include <OrvikDTMAlgorithm/tin/Triangle.h>
 
+#include "RationalContact.h"
+
 namespace literal {
 
 namespace {
@@ -166,10 +168,32 @@ class Comparer {
         add(computeMethod(*tri));
       }
     }
+    if (!result_.pieces.empty() && !exact::haveCommonArea(planOf(*walked_), planOf(*queried_), boundary())) {
+      result_.numbers = {};
+      result_.pieces.clear();
+      result_.onlyTouches = true;
+    }
     return result_;
   }
 
  private:
+  static std::vector<exact::PlanTriangle> planOf(const CEType& tin) {
+    std::vector<exact::PlanTriangle> result;
+    for (int t = 1; t <= countOf(tin); ++t) {
+      if (const auto tri = triangleOf(tin, t)) {
+        result.push_back({{{tri->p1[0], tri->p1[1]}, {tri->p2[0], tri->p2[1]}, {tri->p3[0], tri->p3[1]}}});
+      }
+    }
+    return result;
+  }
+
+  exact::PlanPolygon boundary() const {
+    exact::PlanPolygon result;
+    if (!clip_) return result;
+    for (const TPoint* p : own_.getRangeList()) result.push_back({p->getX(), p->getY()});
+    return result;
+  }
+
   using Six = std::array<double, 6>;  // fill plan, fill slope, cut plan, cut slope, fill volume, cut volume
 
   void add(const Six& six) {

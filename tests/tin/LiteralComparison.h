@@ -24,7 +24,8 @@ struct Comparison {
   std::vector<ComparedPiece> pieces;
   bool referenceWalked = false;
   bool sparse = false;
-  long handled = 0;  // pieces whose corners were looked up in one of the three phases
+  bool onlyTouches = false;  // pieces were measured although nothing is common: they do not count
+  long handled = 0;          // pieces whose corners were looked up in one of the three phases
 };
 
 // Both networks must be fresh: what they found last is triangle 1.
