@@ -11,6 +11,7 @@
 #include <OrvikDTMAlgorithm/surface/FillCutResult.h>
 #include <OrvikDTMAlgorithm/surface/RangePoint.h>
 #include <OrvikDTMAlgorithm/surface/SurfacePoint.h>
+#include <OrvikDTMAlgorithm/surface/VertexPosition.h>
 #include <OrvikDTMAlgorithm/tin/CEType.h>
 #include <OrvikDTMAlgorithm/tin/ConvexList.h>
 #include <OrvikDTMAlgorithm/tin/EList.h>

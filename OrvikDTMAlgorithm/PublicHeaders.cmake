@@ -14,6 +14,7 @@ set(ORVIKDTM_PUBLIC_HEADERS
   surface/NameSize.h
   surface/RangePoint.h
   surface/SurfacePoint.h
+  surface/VertexPosition.h
   tin/CEType.h
   tin/ConvexList.h
   tin/EList.h

@@ -1,7 +1,6 @@
 #include "PointChanges.h"
 
 #include <algorithm>
-#include <cmath>
 #include <map>
 #include <string>
 #include <unordered_map>
@@ -23,7 +22,8 @@ struct PositionHash {
   }
 };
 
-double rounded(double v) { return std::nearbyint(v * kTenthsOfMillimetres) + 0.0; }
+// As a surface's coordinates are rounded on their way into its TIN.
+double rounded(double v) { return U::round(v * kTenthsOfMillimetres) + 0.0; }
 
 Position positionOf(const SurfacePoint& p) { return {rounded(p.getE()), rounded(p.getN())}; }
 

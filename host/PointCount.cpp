@@ -1,7 +1,6 @@
 #include "PointCount.h"
 
 #include <bit>
-#include <cmath>
 #include <cstdint>
 #include <unordered_map>
 #include <unordered_set>
@@ -26,15 +25,13 @@ using Vertices = std::unordered_map<Position, std::uint32_t, PositionHash>;
 
 Position exactly(double x, double y) { return {std::bit_cast<std::uint64_t>(x), std::bit_cast<std::uint64_t>(y)}; }
 
-// The construction rounds to millimetres, and moving to its local origin and back may change a last digit.
-Position toMillimetre(double x, double y) {
-  constexpr double kMillimetres = 1000.0;
-  const auto whole = [](double v) { return static_cast<std::uint64_t>(std::llround(v * kMillimetres)); };
-  return {whole(x), whole(y)};
+Position asVertex(double x, double y) {
+  const orvik::PlanPosition p = orvik::vertexPosition(x, y);
+  return exactly(p.x, p.y);
 }
 
-// The vertices by their positions: as they are stored, and to the millimetre. An imported TIN has vertices closer
-// together than that, and its points are at them exactly.
+// The vertices by their positions: as they are stored, and as a construction rounds them. An imported TIN has vertices
+// closer together than that, and its points are at them exactly.
 struct Positions {
   Vertices exact;
   Vertices rounded;
@@ -43,7 +40,7 @@ struct Positions {
     std::uint32_t number = 0;
     for (const TPoint* p : tin.getOriginalList()) {
       exact.emplace(exactly(p->getX(), p->getY()), number);
-      rounded.emplace(toMillimetre(p->getX(), p->getY()), number);
+      rounded.emplace(asVertex(p->getX(), p->getY()), number);
       ++number;
     }
   }
@@ -52,7 +49,7 @@ struct Positions {
   const std::uint32_t* vertexAt(const SurfacePoint& p) const {
     const auto same = exact.find(exactly(p.getE(), p.getN()));
     if (same != exact.end()) return &same->second;
-    const auto near = rounded.find(toMillimetre(p.getE(), p.getN()));
+    const auto near = rounded.find(asVertex(p.getE(), p.getN()));
     return near == rounded.end() ? nullptr : &near->second;
   }
 };

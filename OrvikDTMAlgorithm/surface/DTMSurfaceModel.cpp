@@ -1,10 +1,10 @@
 // The TIN of a surface: built from the points when it is first needed, its statistics, and the queries that run on it.
 
-#include <OrvikDTMAlgorithm/report/NumberText.h>
 #include <OrvikDTMAlgorithm/report/U.h>
 #include <OrvikDTMAlgorithm/surface/DTMSurface.h>
 #include <OrvikDTMAlgorithm/surface/FillCutResult.h>
 #include <OrvikDTMAlgorithm/surface/SurfacePoint.h>
+#include <OrvikDTMAlgorithm/surface/SurveyedCoordinate.h>
 #include <OrvikDTMAlgorithm/tin/CEType.h>
 #include <OrvikDTMAlgorithm/tin/LargeArrays.h>
 #include <OrvikDTMAlgorithm/tin/Surface.h>
@@ -16,12 +16,8 @@ namespace {
 
 constexpr std::size_t kPointsOfATriangle = 3;
 
-// Coordinates that differ only beyond this decimal are the same position to the triangulation.
-constexpr int kCoordinateDecimals = 4;
-
 TPoint roundedForTIN(const SurfacePoint& point) {
-  return TPoint(detail::roundThroughText(kCoordinateDecimals, point.getE()),
-                detail::roundThroughText(kCoordinateDecimals, point.getN()), point.getZ());
+  return {detail::surveyedCoordinate(point.getE()), detail::surveyedCoordinate(point.getN()), point.getZ()};
 }
 
 // All points of one TIN in one block of memory, which the TIN then keeps.

@@ -1,5 +1,6 @@
 """`orvikdtm info`."""
 
+import random
 import unittest
 
 from orvikdtm import SITE, TILTED, HostTest, values
@@ -37,6 +38,28 @@ class Info(HostTest):
                 self.assert_done(run)
                 self.assertEqual(values(run.stdout)["Repeated positions"], "3")
                 self.assertEqual(values(run.stdout)["Triangulation"], "valid")
+
+    def test_points_of_six_decimals_are_on_the_tin(self):
+        """Rounding to four decimals, then to three, is not rounding to three: 0.00045 becomes 0.001."""
+        source = random.Random(15)
+        fractions = ("000000", "000449", "000450", "000451", "000499", "000500", "123450", "123449", "999950", "999949")
+        for east, north in ((0, 0), (500000, 4000000), (-100, -200), (38512000, 3400000)):
+            with self.subTest(east=east):
+                lines = []
+                for i in range(2000):
+                    x, y = (f"{base + source.randrange(99)}.{source.choice(fractions)}" for base in (east, north))
+                    lines.append(f"P{i},,{x},{y},{i % 9}\n")
+                self.write("six.csv", "".join(lines))
+                run = self.run_host("info", "six.csv", "--quiet")
+                self.assertEqual(run.returncode, 0, run.stderr)
+                printed = values(run.stdout)
+                self.assertEqual(printed["Points off the TIN"], "0")
+                self.assertEqual(self.run_host("convert", "six.csv", "six.ttin", "--quiet").returncode, 0)
+                saved = values(self.run_host("info", "six.ttin", "--quiet").stdout)
+                for label in ("Survey points", "Repeated positions", "Points off the TIN"):
+                    self.assertEqual(saved[label], printed[label])
+                vertices = int(printed["Edges"]) - int(printed["Triangles"]) + 1
+                self.assertEqual(int(printed["Survey points"]) - int(printed["Repeated positions"]), vertices)
 
     def test_dat_files_any_case_and_carriage_returns_are_read(self):
         self.write("SITE.DAT", TILTED.replace("\n", "\r\n\r\n"))
