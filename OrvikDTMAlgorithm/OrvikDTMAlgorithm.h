@@ -4,6 +4,7 @@
 #include <OrvikDTMAlgorithm/Export.h>
 #include <OrvikDTMAlgorithm/api/orvikdtm.h>
 #include <OrvikDTMAlgorithm/io/DTMFileOperation.h>
+#include <OrvikDTMAlgorithm/io/PointReader.h>
 #include <OrvikDTMAlgorithm/report/U.h>
 #include <OrvikDTMAlgorithm/surface/DTMSurface.h>
 #include <OrvikDTMAlgorithm/surface/DTMSurfaceLib.h>

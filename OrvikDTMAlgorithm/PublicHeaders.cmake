@@ -6,6 +6,7 @@ set(ORVIKDTM_PUBLIC_HEADERS
   OrvikDTMAlgorithm.h
   api/orvikdtm.h
   io/DTMFileOperation.h
+  io/PointReader.h
   report/U.h
   surface/DTMSurface.h
   surface/DTMSurfaceLib.h

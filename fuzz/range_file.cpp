@@ -43,7 +43,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Range range;
   bool first = false;
   bool second = false;
-  if (files.loadRangePointFile(fuzz::fileOf(data, size, ".waa").c_str(), &first, &second, range)) {
+  const std::string path = fuzz::fileOf(data, size, ".waa");
+  if (files.loadRangePointFile(path.c_str(), &first, &second, range)) {
+    fuzz::require(orvik::readBoundaryFile(path.c_str()).vertices.size() == range.size(),
+                  "both readers read the same vertices");
     fuzz::OwnedSurface surface;
     addHill(surface);
     fuzz::require(surface.setRangeList(range) == 1, "a surface takes a boundary");

@@ -3,63 +3,17 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <string_view>
+#include <utility>
 
 #include "Console.h"
+#include "LineNotices.h"
 #include "OutputFile.h"
 #include "Paths.h"
-#include "TextLines.h"
 #include "UserText.h"
 
 namespace {
 
 constexpr std::size_t kVerticesOfAPolygon = 3;
-constexpr int kSwitchLines = 2;
-
-// name, northing, easting; the elevation may be left out.
-constexpr std::size_t kFieldsNeeded = 3;
-constexpr std::size_t kFields = 4;
-constexpr std::array<NumberField, kFields - 1> kNumbers = {kNorthing, kEasting, kElevation};
-
-struct VertexLines {
-  std::size_t vertices = 0;
-  int skipped = 0;
-};
-
-// Any text stands for a switch that is off; a vertex there would be lost without a word.
-void checkSwitch(const TextLines& lines) {
-  if (lines.line().find(',') == std::string_view::npos) return;
-  lines.fail("is " + quoted(std::string(lines.line())) +
-             ", not a switch: the first two lines of a boundary file are 0 or 1");
-}
-
-void checkVertex(const TextLines& lines, VertexLines& count) {
-  std::array<std::string_view, kFields> fields;
-  std::string_view rest = lines.line();
-  std::size_t filled = 0;
-  bool more = true;
-  while (filled < kFields && takeField(rest, fields[filled], more)) ++filled;
-  if (filled < kFieldsNeeded) {
-    ++count.skipped;
-    return;
-  }
-  for (std::size_t i = 1; i < filled; ++i) lines.requireNumber(fields[i], kNumbers[i - 1]);
-  ++count.vertices;
-}
-
-VertexLines checkBoundaryLines(const std::string& path) {
-  TextLines lines(path);
-  VertexLines count;
-  while (lines.next()) {
-    if (lines.number() <= kSwitchLines) {
-      checkSwitch(lines);
-    } else if (!lines.line().empty()) {
-      checkVertex(lines, count);
-    }
-  }
-  return count;
-}
-
 void requireBoundaryFile(const std::string& path) {
   if (!U::endsWith(path, ".waa") && !U::endsWith(path, ".csv")) {
     throw console::Failure(shownPath(path) + ": not a boundary file: the name must end in .waa or .csv");
@@ -95,6 +49,14 @@ void appendNumber(std::string& text, double v) {
               std::to_chars(digits.data(), digits.data() + digits.size(), v, std::chars_format::fixed).ptr);
 }
 
+void warnOfSwitches(const std::string& path, const orvik::BoundaryFile& file) {
+  for (const orvik::LineNotice& notice : file.notices) {
+    if (notice.fault != orvik::LineFault::NotASwitch) continue;
+    console::warn(shownPath(path) + ":" + std::to_string(notice.line) + ": is " + quoted(notice.text) +
+                  ", not a switch: taken for 0, write 0 or 1");
+  }
+}
+
 }  // namespace
 
 std::vector<RangePoint*> Boundary::pointers() const {
@@ -111,19 +73,14 @@ Polygon Boundary::polygon() const {
 
 Boundary readBoundary(const std::string& path) {
   requireBoundaryFile(path);
-  const VertexLines count = checkBoundaryLines(path);
-  if (count.skipped > 0) {
-    console::warn(shownPath(path) + ": " + console::counted(count.skipped, "line") +
+  orvik::BoundaryFile file = orvik::readBoundaryFile(path.c_str());
+  requireUnderstood(path, file);
+  if (file.skipped > 0) {
+    console::warn(shownPath(path) + ": " + console::counted(file.skipped, "line") +
                   " skipped: a vertex needs name,northing,easting");
   }
-  Boundary boundary;
-  std::vector<RangePoint*> read;
-  const bool done = DTMFileOperation().loadRangePointFile(path.c_str(), &boundary.first, &boundary.second, read);
-  for (RangePoint* const point : read) boundary.points.emplace_back(point);
-  if (!done || boundary.points.size() != count.vertices) {
-    throw console::Failure(shownPath(path) + ": changed while it was read: try again");
-  }
-  return boundary;
+  warnOfSwitches(path, file);
+  return {file.first, file.second, std::move(file.vertices)};
 }
 
 std::string faultOf(const Boundary& boundary) {

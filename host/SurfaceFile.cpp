@@ -1,15 +1,15 @@
 #include "SurfaceFile.h"
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <future>
 #include <stdexcept>
 #include <vector>
 
 #include "Console.h"
+#include "LineNotices.h"
 #include "Paths.h"
 #include "PointCount.h"
-#include "PointLines.h"
 #include "Progress.h"
 #include "StoredTin.h"
 #include "TINFaultText.h"
@@ -36,20 +36,23 @@ constexpr double kRead = 0.9;
   throw console::Failure(shownPath(path) + ": " + text);
 }
 
-void requireAnyPoint(const std::string& path, const LineCount& count) {
-  if (count.points > 0) return;
-  const char* const advice = count.semicolons ? ", with commas in place of semicolons and points for decimals" : "";
+bool hasSemicolons(const orvik::LineNotice& notice) { return notice.text.find(';') != std::string::npos; }
+
+void requireAnyPoint(const std::string& path, const orvik::PointFile& file) {
+  if (!file.points.empty()) return;
+  const bool semicolons = std::any_of(file.notices.begin(), file.notices.end(), hasSemicolons);
+  const char* const advice = semicolons ? ", with commas in place of semicolons and points for decimals" : "";
   fail(path, std::string("holds no survey points: write its lines as ") + kPointLine + advice);
 }
 
-void warnOfLines(const std::string& path, const LineCount& count) {
-  const std::string all = std::to_string(count.points + count.skipped);
-  if (count.skipped > 0) {
-    console::warn(shownPath(path) + ": " + std::to_string(count.skipped) + " of " + all +
+void warnOfLines(const std::string& path, const orvik::LineReport& lines) {
+  const std::string all = std::to_string(lines.lines);
+  if (lines.skipped > 0) {
+    console::warn(shownPath(path) + ": " + std::to_string(lines.skipped) + " of " + all +
                   " lines skipped: a point needs " + kPointLine);
   }
-  if (count.withMore > 0) {
-    console::warn(shownPath(path) + ": " + std::to_string(count.withMore) + " of " + all +
+  if (lines.withMore > 0) {
+    console::warn(shownPath(path) + ": " + std::to_string(lines.withMore) + " of " + all +
                   " lines have more than five fields, the rest is ignored: are there decimal commas?");
   }
 }
@@ -72,20 +75,23 @@ void requireFinite(const std::string& path, const DTMSurface& surface) {
   }
 }
 
-// The lines are looked through while the library reads them, in a thread that touches nothing of the library: what is
-// wrong with them is told before anything else is.
 void loadPoints(const std::string& path, DTMSurface& surface) {
-  progress::show("reading and triangulating " + path, 0.0);
-  std::future<LineCount> check = std::async(std::launch::async, checkLines, path);
-  std::vector<SurfacePoint*> points;  // the surface's own records, listed a second time
-  surface.loadSurfacePointsFile(path.c_str(), points);
-  const LineCount count = check.get();
-  requireAnyPoint(path, count);
-  warnOfLines(path, count);
-  requirePoints(path, count.points);
-  if (surface.getPointsNumber() != count.points) {
-    fail(path, "changed while it was read, or memory ran out: try again");
+  progress::show("reading " + path, 0.0);
+  orvik::PointFile file = orvik::readPointFile(path.c_str());
+  requireUnderstood(path, file);
+  requireAnyPoint(path, file);
+  warnOfLines(path, file);
+  requirePoints(path, static_cast<int>(file.points.size()));
+  std::vector<SurfacePoint*> points;
+  points.reserve(file.points.size());
+  for (const auto& point : file.points) {
+    point->setSurfaceName(surface.getSurfaceName());
+    points.push_back(point.get());
   }
+  surface.setSurfacePoints(points);
+  for (auto& point : file.points) point.release();  // the surface's from now on
+  progress::show("triangulating " + path, kChecked);
+  surface.getCEType();
 }
 
 void loadOther(const std::string& path, int type, const char* advice, DTMSurface& surface) {

@@ -12,12 +12,24 @@ namespace {
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 // What a header would look like in place of the first line's numbers.
-const char* headerAdvice(int line) { return line == 1 ? "; if line 1 is a header, remove it" : ""; }
+const char* headerAdvice(long long line) { return line == 1 ? "; if line 1 is a header, remove it" : ""; }
+
+std::string described(const NumberField& expected, const std::string& field) {
+  return std::string("the ") + expected.name + " " + quoted(field);
+}
 
 }  // namespace
 
+std::string notANumber(const NumberField& expected, const std::string& field, long long line) {
+  return described(expected, field) + " is not a number: correct the line or take it out" + headerAdvice(line);
+}
+
+std::string tooLarge(const NumberField& expected, const std::string& field) {
+  return described(expected, field) + " is too large: correct it, the largest is " + expected.largestText;
+}
+
 TextLines::TextLines(const std::string& path) : path_(path), file_(path, std::ios::binary) {
-  if (!file_) throw console::Failure(shownPath(path_) + ": cannot be read: check its permissions");
+  if (!file_) throw console::Failure(shownPath(path_) + ": " + kUnreadable);
   std::error_code ignored;
   size_ = static_cast<double>(std::filesystem::file_size(path, ignored));
   readMore();
@@ -26,7 +38,7 @@ TextLines::TextLines(const std::string& path) : path_(path), file_(path, std::io
 
 void TextLines::requireText(std::string_view read) const {
   if (read.find('\0') == std::string_view::npos) return;
-  throw console::Failure(shownPath(path_) + ": is not plain text: save it as text in UTF-8");
+  throw console::Failure(shownPath(path_) + ": " + kNoText);
 }
 
 // Brings the next part of the file behind what is left of the buffer. False when there is none.
@@ -62,7 +74,7 @@ bool TextLines::next() {
 void TextLines::dropReturns() {
   while (!line_.empty() && line_.back() == '\r') line_.remove_suffix(1);
   if (line_.find('\r') == std::string_view::npos) return;
-  fail("a carriage return alone ends no line: save the file with line feeds");
+  fail(kLoneReturn);
 }
 
 double TextLines::done() const { return size_ > 0.0 ? (read_ - static_cast<double>(rest_.size())) / size_ : 1.0; }
@@ -75,13 +87,8 @@ double TextLines::requireNumber(std::string_view field, const NumberField& expec
   double value = 0.0;
   if (parsePlainNumber(field, value)) return value;
   const std::string text(field);
-  const std::string what = std::string("the ") + expected.name + " " + quoted(text);
-  if (!parseNumber(text, value)) {
-    fail(what + " is not a number: correct the line or take it out" + headerAdvice(number_));
-  }
-  if (std::fabs(value) > expected.largest) {
-    fail(what + " is too large: correct it, the largest is " + expected.largestText);
-  }
+  if (!parseNumber(text, value)) fail(notANumber(expected, text, number_));
+  if (std::fabs(value) > expected.largest) fail(tooLarge(expected, text));
   return value;
 }
 

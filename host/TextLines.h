@@ -1,7 +1,6 @@
-// The lines of a text file, for the look through a file before the library reads it.
-//
-// The library reads what it can and takes a field that is no number for 0. A user who mistypes a coordinate wants to be
-// told the file, the line and the field.
+// The lines of a text file that the library has no reader for, or for the look through one before the library reads it,
+// and what a user is told of a line. A user who mistypes a coordinate wants to be told the file, the line and the
+// field.
 #pragma once
 
 #include <cstddef>
@@ -9,9 +8,10 @@
 #include <string>
 #include <string_view>
 
-// Every coordinate rounded to four decimals must be a whole number of 64 bits: beyond that the TIN is not exact.
-inline constexpr double kLargestCoordinate = 9.2e12;
-inline constexpr double kLargestElevation = 1e12;
+#include <OrvikDTMAlgorithm/io/PointReader.h>
+
+inline constexpr double kLargestCoordinate = orvik::kLargestCoordinate;
+inline constexpr double kLargestElevation = orvik::kLargestElevation;
 
 struct NumberField {
   const char* name;
@@ -21,6 +21,13 @@ struct NumberField {
 inline constexpr NumberField kEasting{"easting", kLargestCoordinate, "9.2e12"};
 inline constexpr NumberField kNorthing{"northing", kLargestCoordinate, "9.2e12"};
 inline constexpr NumberField kElevation{"elevation", kLargestElevation, "1e12"};
+
+// What is told of a file, and of a line.
+inline constexpr const char* kUnreadable = "cannot be read: check its permissions";
+inline constexpr const char* kNoText = "is not plain text: save it as text in UTF-8";
+inline constexpr const char* kLoneReturn = "a carriage return alone ends no line: save the file with line feeds";
+std::string notANumber(const NumberField& expected, const std::string& field, long long line);
+std::string tooLarge(const NumberField& expected, const std::string& field);
 
 class TextLines {
  public:

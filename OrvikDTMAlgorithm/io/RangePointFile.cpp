@@ -1,10 +1,9 @@
 // Boundary files: two switches, then one vertex a line, "name,northing,easting[,elevation]". What the switches mean is
 // the host's business.
-#include <array>
 #include <memory>
 
 #include <OrvikDTMAlgorithm/io/DTMFileOperation.h>
-#include <OrvikDTMAlgorithm/io/TextLines.h>
+#include <OrvikDTMAlgorithm/io/PointLines.h>
 #include <OrvikDTMAlgorithm/platform/Platform.h>
 #include <OrvikDTMAlgorithm/report/NumberText.h>
 #include <OrvikDTMAlgorithm/report/U.h>
@@ -15,30 +14,8 @@
 inline namespace OrvikDTM {
 namespace {
 
-enum Column : std::size_t { kName, kNorthing, kEasting, kElevation, kColumns };
-
-constexpr std::size_t kFewestFields = kEasting + 1;
-
 bool isRangePointFile(const char* path) {
   return path != nullptr && (U::endsWith(path, ".waa") || U::endsWith(path, ".csv"));
-}
-
-void takeSwitch(std::string_view& text, bool* value) {
-  std::string_view line;
-  detail::takeLine(text, line);
-  if (value != nullptr) *value = line == "1";
-}
-
-void appendVertex(std::string_view line, std::vector<RangePoint*>& out) {
-  std::array<std::string_view, kColumns> fields;
-  if (detail::splitFields(line, fields) < kFewestFields) return;
-  auto vertex = std::make_unique<RangePoint>();
-  copyName(vertex->name, fields[kName]);
-  vertex->n = detail::readNumber(fields[kNorthing]);
-  vertex->e = detail::readNumber(fields[kEasting]);
-  vertex->z = detail::readNumber(fields[kElevation]);
-  out.push_back(vertex.get());
-  vertex.release();
 }
 
 std::string lineOf(const RangePoint& vertex) {
@@ -59,9 +36,16 @@ bool DTMFileOperation::loadRangePointFile(const char* path, bool* first, bool* s
   std::string contents;
   if (!detail::readWholeFile(path, contents)) return false;
   std::string_view rest = detail::withoutByteOrderMark(contents);
-  takeSwitch(rest, first);
-  takeSwitch(rest, second);
-  for (std::string_view line; detail::takeLine(rest, line);) appendVertex(line, out);
+  detail::NoAccount none;
+  for (bool* value : {first, second}) {
+    const bool isOn = detail::takeSwitch(rest, none);
+    if (value != nullptr) *value = isOn;
+  }
+  detail::readVertexLines(rest, none, [&out](const RangePoint& vertex) {
+    auto record = std::make_unique<RangePoint>(vertex);
+    out.push_back(record.get());
+    record.release();
+  });
   return true;
 }
 

@@ -56,6 +56,12 @@ class Range(HostTest):
             "Check": "valid",
         })
 
+    def test_a_switch_that_is_none_is_warned_about(self):
+        self.write("yes.waa", SQUARE.replace("1\n0", "1\nyes", 1))
+        run = self.run_host("range", "yes.waa")
+        self.assert_done(run, warning="yes.waa:2: is 'yes', not a switch: taken for 0")
+        self.assertEqual(values(run.stdout)["Second switch"], "no")
+
     def test_json(self):
         self.write("closed.csv", "0\n1\nB1,0,0\nB2,10,0\nB3,10,20.5\nB1,0,0\n")
         run = self.run_host("range", "closed.csv", "--json")
