@@ -303,6 +303,53 @@ bool haveCommonAreaOfTwo(const std::vector<PlanTriangle>& first, const std::vect
   });
 }
 
+// The convex hull by monotone chains, counter-clockwise, without corners on its sides.
+std::vector<Position> hullOf(std::vector<Position> positions) {
+  std::sort(positions.begin(), positions.end(),
+            [](const Position& p, const Position& q) { return p.x != q.x ? p.x < q.x : p.y < q.y; });
+  std::vector<Position> hull;
+  const auto addChain = [&hull](auto first, auto last) {
+    const std::size_t begin = hull.size();
+    for (; first != last; ++first) {
+      while (hull.size() >= begin + 2 && orientation(hull[hull.size() - 2], hull.back(), *first) <= 0) hull.pop_back();
+      hull.push_back(*first);
+    }
+    if (hull.size() > begin + 1) hull.pop_back();  // it begins the other chain
+  };
+  addChain(positions.begin(), positions.end());
+  addChain(positions.rbegin(), positions.rend());
+  return hull;
+}
+
+// Whether a side of one of the hulls has all of the other beyond it or on it. Not looked for in hulls of too many
+// corners: what follows finds out as well, but slowly where triangles are slivers.
+bool areApart(const std::vector<Position>& hull, const std::vector<Position>& other) {
+  constexpr std::size_t kMostPairs = 10'000'000;
+  if (hull.size() * other.size() > kMostPairs) return false;
+  const auto isBeyondOne = [](const std::vector<Position>& one, const std::vector<Position>& beyond) {
+    for (std::size_t i = 0; i < one.size(); ++i) {
+      const Position& start = one[i];
+      const Position& end = one[i + 1 == one.size() ? 0 : i + 1];
+      const bool isBeyond =
+          std::all_of(beyond.begin(), beyond.end(), [&](const Position& p) { return orientation(start, end, p) <= 0; });
+      if (isBeyond) return true;
+    }
+    return false;
+  };
+  return isBeyondOne(hull, other) || isBeyondOne(other, hull);
+}
+
+bool areAnyApart(const std::vector<const std::vector<Position>*>& sets) {
+  std::vector<std::vector<Position>> hulls;
+  for (const std::vector<Position>* set : sets) hulls.push_back(hullOf(*set));
+  for (std::size_t i = 0; i < hulls.size(); ++i) {
+    for (std::size_t k = 0; k < i; ++k) {
+      if (areApart(hulls[i], hulls[k])) return true;
+    }
+  }
+  return false;
+}
+
 // How far a coordinate up to `extent` may lie from where it was surveyed, more than amply.
 double uncertaintyOf(double extent) {
   constexpr double kUnits = 0x1p-46;
@@ -357,6 +404,10 @@ bool haveCommonArea(Overlapping parts) {
     if (!areFinite(*set)) return true;
   }
   placeOnGrid({&first, &second, &parts.boundary});
+  std::vector<const std::vector<Position>*> sets = {&first};
+  if (parts.hasSecond) sets.push_back(&second);
+  if (!parts.boundary.empty()) sets.push_back(&parts.boundary);
+  if (areAnyApart(sets)) return false;
   const std::vector<PlanTriangle> triangles = trianglesOf(first);
   std::optional<Boundary> boundary;
   if (!parts.boundary.empty()) boundary.emplace(parts.boundary);

@@ -362,6 +362,21 @@ TEST(CommonArea, WhatIsSureIsTrue) {
   EXPECT_GT(sure, 100);
 }
 
+// Slivers around two hubs, whose boxes all overlap although the fans only touch along a sloping line.
+TEST(CommonArea, FansThatTouchAreToldApartQuickly) {
+  constexpr int kSlivers = 20000;
+  std::vector<detail::PlanTriangle> fans[2];
+  for (int i = 0; i < kSlivers; ++i) {
+    const double t = i;
+    fans[0].push_back({{{0, 30000}, {t, t}, {t + 1, t + 1}}});
+    fans[1].push_back({{{30000, 0}, {t, t}, {t + 1, t + 1}}});
+  }
+  EXPECT_FALSE(detail::haveCommonArea({fans[0], fans[1], true, {}}));
+  EXPECT_FALSE(detail::haveCommonArea({fans[0], {}, false, {{0, 0}, {20000, 20000}, {40000, 0}}}));
+  fans[1].push_back({{{10000, 10000}, {10000, 9000}, {9999, 10000}}});
+  EXPECT_TRUE(detail::haveCommonArea({fans[0], fans[1], true, {}}));
+}
+
 TEST(CommonArea, WhatIsNoNumberIsNotDecided) {
   const std::vector<detail::PlanTriangle> one = {{{{0, 0}, {1, 0}, {0, 1}}}};
   const std::vector<detail::PlanTriangle> apart = {{{{5, 5}, {6, 5}, {5, 6}}}};
