@@ -100,7 +100,7 @@ std::shared_ptr<const FlatTIN> FlatTIN::of(const CEType& tin) {
 // once in the ring's. So the windings of all triangles around a point add up to that of the ring, and a triangle winds
 // once around the points in it and not at all around those outside.
 bool FlatTIN::isCovering(const CEType& tin, const std::shared_ptr<const HullRing>& ring) const {
-  if (ring->isInvalid() || hull_->isInvalid()) return false;
+  if (ring == nullptr || ring->isInvalid() || hull_->isInvalid()) return false;
   const auto same = [](const Position& a, const Position& b) { return samePosition(a, b); };
   if (!std::equal(ring->vertices().begin(), ring->vertices().end(), hull_->vertices().begin(), hull_->vertices().end(),
                   same)) {

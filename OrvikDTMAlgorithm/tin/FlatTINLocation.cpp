@@ -333,8 +333,8 @@ bool FlatTIN::coversConvexOnce() const {
 int FlatTIN::locate(double x, double y, int& last) const {
   const Position p{x, y};
   if (triangleCount() == 0 || !isFinite(p)) return 0;
-  // Without a ring nothing is outside: a closed shape, such as one with every face in it twice, has no hull.
-  if (hull_ == nullptr || hull_->isInvalid()) return scan(x, y, last);
+  if (hull_ == nullptr) return 0;
+  if (hull_->isInvalid()) return scan(x, y, last);
   if (!hullCells_.placeOf(*hull_, p).isWithin()) return 0;
   Walk walk = walkFrom(slotOf(exists(last) ? last : 1));
   if (isNear(walk.slot, p)) goOn(walk, p, kMovesToNear);

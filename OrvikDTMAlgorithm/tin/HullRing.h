@@ -28,7 +28,7 @@ class HullRing {
   };
 
   // Chains the edges that the hull list names, each to the first that starts where it ends. Null where there are fewer
-  // than three hull entries, which is no ring and no fault, and limits nothing.
+  // than three hull entries, which is no ring and no fault: nothing lies within.
   static std::shared_ptr<const HullRing> of(const ConvexList* hull, const EList* edges);
 
   // Whether the chain does not close into one simple polygon of all hull edges, as around holes and on islands. Such a

@@ -111,8 +111,8 @@ TEST_F(SquareModel, WithoutItsHullList) {
   tin->setCList(nullptr);
   EXPECT_EQ(tin->getTotalLength2D(), 0.0);
   EXPECT_EQ(tin->getRangeXY(), (std::vector<double>{0.0, 0.0, 0.0, 0.0}));
-  EXPECT_EQ(tin->locateTri(7, 2), 1) << "a hull that does not exist limits nothing";
-  EXPECT_EQ(tin->locateTri(20, 20), 0);
+  EXPECT_EQ(tin->locateTri(7, 2), 0) << "a hull that does not exist contains nothing";
+  EXPECT_EQ(tin->getHeight(7, 2), kNoHeight);
   EXPECT_EQ(tin->locateTri1(7, 2), 1);
   EXPECT_EQ(tin->locateTri(2, 7, 1), 2);
   EXPECT_NEAR(tin->getArea2D(), 100.0, 1e-9);

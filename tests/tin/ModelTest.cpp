@@ -11,6 +11,7 @@
 #include <OrvikDTMAlgorithm/tin/ConvexList.h>
 #include <OrvikDTMAlgorithm/tin/EList.h>
 #include <OrvikDTMAlgorithm/tin/Sweep.h>
+#include <OrvikDTMAlgorithm/tin/TConvex.h>
 #include <OrvikDTMAlgorithm/tin/TList.h>
 #include <OrvikDTMAlgorithm/tin/TPoint.h>
 #include <gtest/gtest.h>
@@ -120,11 +121,36 @@ TEST_F(TwoTriangles, ClosedHullHidesWhatLiesOutside) {
   EXPECT_EQ(tin->locateTri(11, 11), 0);
 }
 
-TEST_F(TwoTriangles, HullOfLessThanThreeEntriesHidesNothing) {
+TEST_F(TwoTriangles, HullOfLessThanThreeEntriesContainsNothing) {
+  for (const std::vector<int>& hull : {std::vector<int>{}, {1}, {1, 2}}) {
+    const auto tin = withHull(hull);
+    EXPECT_EQ(tin->locateTri(1, 1), 0);
+    EXPECT_EQ(tin->locateTri(11, 11, 0), 0);
+    EXPECT_EQ(tin->getHeight(1, 1), std::numeric_limits<double>::max());
+    EXPECT_EQ(tin->locateTri1(1, 1), 1) << "the scan does not ask the hull";
+    EXPECT_EQ(tin->locateTri(11, 11, 2), 2) << "nor does a walk from a given triangle";
+  }
+}
+
+TEST_F(TwoTriangles, HullThatIsCompletedLaterIsTakenThen) {
   const auto tin = withHull({1, 2});
+  EXPECT_EQ(tin->locateTri(1, 1), 0);
+  ConvexList* hull = tin->getCList();
+  hull->add(hull, new TConvex(3));
   EXPECT_EQ(tin->locateTri(1, 1), 1);
-  EXPECT_EQ(tin->locateTri(11, 11), 2);
-  EXPECT_EQ(tin->locateTri(50, 50), 0);
+  EXPECT_EQ(tin->locateTri(11, 11), 0);
+}
+
+TEST_F(TwoTriangles, HullStaysAsTheFirstContainmentTestMadeIt) {
+  const auto tin = withHull({1, 2, 3});
+  EXPECT_EQ(tin->locateTri(1, 1), 1);
+  delete tin->getCList();
+  tin->setCList(nullptr);
+  EXPECT_EQ(tin->locateTri(1, 1), 1);
+  EXPECT_EQ(tin->locateTri(11, 11), 0);
+  tin->setCList(new ConvexList);
+  EXPECT_EQ(tin->locateTri(1, 1), 1);
+  EXPECT_EQ(tin->getHeight(1, 1), 1.0);
 }
 
 TEST_F(TwoTriangles, HullThatReturnsToAnInnerVertexContainsEverything) {

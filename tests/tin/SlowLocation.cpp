@@ -197,7 +197,7 @@ void Location::chainHull() {
 
 bool Location::isInHull(const TPoint& p) {
   if (hull_.empty() && !hullIsInvalid_) chainHull();
-  if (hullIsInvalid_ || hull_.empty()) return true;
+  if (hullIsInvalid_) return true;
   if (hull_.size() < 3) return false;
   bool inside = false;
   for (std::size_t i = 0; i < hull_.size(); ++i) {
@@ -217,7 +217,7 @@ bool Location::isInHull(const TPoint& p) {
 int Location::locateTri(double x, double y) {
   const TPoint p(x, y, 0);
   if (triangleCount() == 0 || !isInHull(p)) return 0;
-  if (hullIsInvalid_ || hull_.empty()) return locateTri1(x, y);
+  if (hullIsInvalid_) return locateTri1(x, y);
   const WalkEnd end = walk(last_ >= 1 && last_ <= triangleCount() ? last_ : 1, p);
   if (end.found == 0) return locateTri1(x, y);
   return last_ = end.found;
