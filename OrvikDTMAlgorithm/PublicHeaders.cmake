@@ -19,6 +19,7 @@ set(ORVIKDTM_PUBLIC_HEADERS
   tin/CEType.h
   tin/ConvexList.h
   tin/EList.h
+  tin/Edits.h
   tin/PList.h
   tin/SLType.h
   tin/Surface.h

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include <OrvikDTMAlgorithm/tin/PointHash.h>
 #include <OrvikDTMAlgorithm/tin/TPoint.h>
 
 inline namespace OrvikDTM {
@@ -48,10 +49,7 @@ class CornerSet {
     std::uint32_t tag = 0;
   };
 
-  static bool isSame(const TPoint& a, const TPoint& b) {
-    using Words = std::array<std::uint64_t, 3>;
-    return std::bit_cast<Words>(a) == std::bit_cast<Words>(b);
-  }
+  static bool isSame(const TPoint& a, const TPoint& b) { return wordsOf(a) == wordsOf(b); }
 
   static std::uint64_t hashOf(const TPoint& p) {
     std::uint64_t h = 0;

@@ -13,13 +13,14 @@
 #include <vector>
 
 #include <OrvikDTMAlgorithm/report/NumberText.h>
+#include <OrvikDTMAlgorithm/tin/PointHash.h>
 #include <OrvikDTMAlgorithm/tin/TPoint.h>
 
 inline namespace OrvikDTM {
 namespace detail {
 
 // Three words that stand for a corner, and where a table of 2^kBits entries keeps what belongs to them.
-using CornerWords = std::array<std::uint64_t, 3>;
+using CornerWords = PointWords;
 
 template <int kBits>
 std::size_t slotOf(const CornerWords& words) {
@@ -36,7 +37,7 @@ class WrittenCorners {
 
   // Writes the text of p, a line for each coordinate, and returns where it ends.
   char* write(const TPoint& p, char* out) {
-    const auto words = std::bit_cast<CornerWords>(p);
+    const auto words = wordsOf(p);
     Corner& corner = corners_[slotOf<kBits>(words)];
     if (corner.length != 0 && corner.words == words) {
       std::memcpy(out, corner.text, kLongestKept);  // a known length is copied faster than the true one

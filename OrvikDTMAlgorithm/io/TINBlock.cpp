@@ -43,10 +43,7 @@ std::shared_ptr<const void> readEdges(RecordReader records, int count, EList& ed
     const unsigned char* bytes = records.next();
     TPoint* start = &points->emplace_back(pointAt(bytes + TINBlock::kStartOffset));
     TPoint* end = &points->emplace_back(pointAt(bytes + TINBlock::kEndOffset));
-    TEdge edge(start, end);
-    edge.setLeftT(detail::readInt32(bytes));
-    edge.setRightT(detail::readInt32(bytes + detail::kInt32Bytes));
-    return edge;
+    return TEdge(start, end, detail::readInt32(bytes), detail::readInt32(bytes + detail::kInt32Bytes));
   });
   return points;
 }

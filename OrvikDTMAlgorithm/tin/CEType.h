@@ -7,13 +7,17 @@
 //    those handed over with holdPoints().
 // 4. Copies are shallow: the copy refers to the same lists, boundary points and Triangle3; destroy only one of the two.
 //    To copy is to ask for the list of Triangle3: it is made then, once for both.
-// 5. Queries of places and heights run on a copy of the lists that the first of them makes. They notice when a list is
-//    replaced or its length changes; after changing elements or points in place, call setEList(getEList()).
-// 6. Not for several threads at once: even queries remember where they ended.
+// 5. Queries of places and heights run on a copy of the lists that the first of them makes. What a setter, an assignment
+//    or a list's own operation changes in this TIN, the next query sees: it then compares its copy with the lists, which
+//    takes as long as looking at every triangle, and makes a new one if more than heights has changed. Changes in other
+//    TINs cost a query next to nothing. After writing elements in any other way, call setEList(getEList()).
+// 6. The hull as the first query made it stays, also when the hull list is replaced or its edges move.
+// 7. Not for several threads at once: even queries remember where they ended.
 #pragma once
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -200,6 +204,13 @@ class ORVIKDTM_API CEType {
   int triangleCount() const;
 
   const detail::FlatTIN& flat() const;
+  void bringCopyUpToDate() const;
+  void lookForEdits() const;
+  void takeEditsOver() const;
+  void watchNumbers() const;
+  template <typename Locate>
+  int locateOnCopy(double x, double y, Locate locate);
+  bool copyStandsFor(int found, double x, double y) const;
   void forgetCopy() const;
   double getHeightByNumXY(int tri, double x, double y) const;
   int countInfinite(double x, double y, double z) const;
@@ -222,12 +233,17 @@ class ORVIKDTM_API CEType {
   TList* triangleList_;
   std::vector<TPoint*> rangeList_;
   mutable std::vector<std::shared_ptr<Triangle3>> triangle3List_;
-  // The hull as a ring, which the first question whether a point lies within it settles for good, and the copy that
-  // queries run on. The copy is dropped with the lists it was made from, and made again when their lengths have
-  // changed.
+  // The hull as a ring, which the first question whether a point lies within it settles, and the copy that queries run
+  // on. The copy is dropped with the lists it was made from, and brought up to date when one of their elements has been
+  // changed after seenEdits_, a state of detail::Edits. Queries need not look for that while the state is quietState_.
   mutable std::shared_ptr<const detail::HullRing> hullRing_;
   bool hullRingIsSettled_ = false;
-  mutable std::shared_ptr<const detail::FlatTIN> flat_;
+  mutable std::shared_ptr<detail::FlatTIN> flat_;
+  mutable std::uint64_t quietState_ = 0;
+  mutable std::uint64_t seenEdits_ = 0;
+
+  // Pointers to numbers of the elements have been handed out: every query looks at those that it relies on.
+  mutable bool numbersMayChange_ = false;
   int lastTriangleNo_ = 1;
 
   // Set where the construction worked relative to a local origin.

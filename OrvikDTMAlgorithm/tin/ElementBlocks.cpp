@@ -5,6 +5,7 @@
 #include <new>
 
 #include <OrvikDTMAlgorithm/platform/Platform.h>
+#include <OrvikDTMAlgorithm/tin/EditLog.h>
 #include <OrvikDTMAlgorithm/tin/ElementBlocks.h>
 #include <OrvikDTMAlgorithm/tin/TConvex.h>
 #include <OrvikDTMAlgorithm/tin/TEdge.h>
@@ -34,6 +35,8 @@ class Blocks {
       ::operator delete(begin);
       throw;
     }
+    const auto address = reinterpret_cast<std::uintptr_t>(begin);
+    EditLog::forgetHandedOut({address, address + count * size});
     return begin;
   }
 
@@ -58,6 +61,15 @@ class Blocks {
     drop(blockOf(first), count);
   }
 
+  bool find(const void* element, const void*& begin, const void*& end) noexcept {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    const auto block = blockOf(element);
+    if (block == blocks_.end()) return false;
+    begin = block->first;
+    end = block->second.end;
+    return true;
+  }
+
  private:
   struct Block {
     std::byte* end;
@@ -65,8 +77,8 @@ class Blocks {
   };
   using BlockMap = std::map<std::byte*, Block, std::less<>>;
 
-  BlockMap::iterator blockOf(void* element) {
-    auto* address = static_cast<std::byte*>(element);
+  BlockMap::iterator blockOf(const void* element) {
+    const auto* address = static_cast<const std::byte*>(element);
     const auto behind = blocks_.upper_bound(address);
     if (behind == blocks_.begin()) return blocks_.end();
     const auto block = std::prev(behind);
@@ -95,6 +107,10 @@ void releaseElements(const std::vector<void*>& elements) noexcept {
 }
 
 void releaseRun(void* first, std::size_t count) noexcept { Blocks::all().releaseRun(first, count); }
+
+bool findBlock(const void* element, const void*& begin, const void*& end) noexcept {
+  return Blocks::all().find(element, begin, end);
+}
 
 }  // namespace detail
 

@@ -22,5 +22,8 @@ void releaseElements(const std::vector<void*>& elements) noexcept;
 // The same for `count` elements side by side in one block.
 void releaseRun(void* first, std::size_t count) noexcept;
 
+// The block that an element lies in; false when it was made with `new`.
+bool findBlock(const void* element, const void*& begin, const void*& end) noexcept;
+
 }  // namespace detail
 }  // namespace OrvikDTM

@@ -78,14 +78,24 @@ class EdgeSides {
 
 int lengthOf(const SLType* list) { return list == nullptr ? 0 : list->getListLen(); }
 
+// Of an entry that is missing, and of one that names nothing: 0.
+std::vector<int> hullEdgesOf(const ConvexList* hull) {
+  std::vector<int> edges;
+  for (int number = 1; number <= lengthOf(hull); ++number) {
+    const TConvex* entry = hull->findByNum(hull, number);
+    edges.push_back(entry == nullptr ? 0 : entry->getEdgeNo());
+  }
+  return edges;
+}
+
 }  // namespace
 
-std::shared_ptr<const FlatTIN> FlatTIN::of(const CEType& tin) {
+std::shared_ptr<FlatTIN> FlatTIN::of(const CEType& tin) {
   const auto flat = std::make_shared<FlatTIN>();
   const std::shared_ptr<const HullRing> ring = HullRing::of(tin.hullList_, tin.edgeList_);
   flat->hull_ = tin.hullRing_ != nullptr ? tin.hullRing_ : ring;
   flat->edgeCount_ = lengthOf(tin.edgeList_);
-  flat->hullCount_ = lengthOf(tin.hullList_);
+  flat->hullEdges_ = hullEdgesOf(tin.getCList());
   const int count = tin.triangleCount();
   flat->chooseSlots(tin);
   if (flat->hull_ == nullptr) return flat;
@@ -109,7 +119,8 @@ bool FlatTIN::isCovering(const CEType& tin, const std::shared_ptr<const HullRing
   EdgeSides sides(edgeCount_);
   for (const Record& r : records_) {
     if (!r.isPlain) return false;
-    const int* edges = tin.triangleList_->findByNum(tin.triangleList_, r.number)->getEno();
+    const Triangle& triangle = *tin.triangleList_->findByNum(tin.triangleList_, r.number);
+    const int* edges = triangle.getEno();
     for (int which = 0; which < kEdgesOfTriangle; ++which) {
       const Way& way = r.ways[which];
       const TEdge* edge = tin.edgeList_->findByNum(tin.edgeList_, edges[which]);
@@ -121,11 +132,6 @@ bool FlatTIN::isCovering(const CEType& tin, const std::shared_ptr<const HullRing
     sides.addToRing(tin.hullList_->findByNum(tin.hullList_, number)->getEdgeNo());
   }
   return sides.areComplete();
-}
-
-bool FlatTIN::isCopyOf(const CEType& tin) const {
-  return triangleCount() == lengthOf(tin.triangleList_) && edgeCount_ == lengthOf(tin.edgeList_) &&
-         hullCount_ == lengthOf(tin.hullList_) && hull_ == tin.hullRing_;
 }
 
 void FlatTIN::chooseSlots(const CEType& tin) {

@@ -4,10 +4,12 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <OrvikDTMAlgorithm/tin/AreaTest.h>
 #include <OrvikDTMAlgorithm/tin/BoxTree.h>
+#include <OrvikDTMAlgorithm/tin/EditLog.h>
 #include <OrvikDTMAlgorithm/tin/HullCells.h>
 #include <OrvikDTMAlgorithm/tin/HullRing.h>
 #include <OrvikDTMAlgorithm/tin/Mesh.h>
@@ -30,7 +32,7 @@ class FlatTIN {
   };
 
   // A copy of the TIN as its lists and points are now.
-  static std::shared_ptr<const FlatTIN> of(const CEType& tin);
+  static std::shared_ptr<FlatTIN> of(const CEType& tin);
 
   int triangleCount() const { return static_cast<int>(slots_.size()); }
 
@@ -76,8 +78,36 @@ class FlatTIN {
     index().boxes.visit({minX, minY, maxX, maxY}, [&](Number slot) { visit(at(static_cast<int>(slot)).number); });
   }
 
-  // Whether this is still a copy of that TIN, as far as the lengths of its lists and its hull tell.
-  bool isCopyOf(const CEType& tin) const;
+  // How this differs from what a copy of that TIN would be now: not at all, in heights alone, or otherwise. Every
+  // element is looked at.
+  enum class Difference { kNone, kHeights, kOther };
+  Difference differenceFrom(const CEType& tin) const;
+
+  // Takes over the heights, which are the only difference.
+  void takeHeights(const CEType& tin);
+
+  // The memory of the elements and points that the TIN's lists name. It is looked up once after every copy or
+  // comparison.
+  struct Memory {
+    AddressRange points;
+    AddressRange edges;
+    AddressRange triangles;
+    AddressRange hullEntries;
+
+    bool meets(const AddressRange& range) const {
+      return range.meets(points) || range.meets(edges) || range.meets(triangles) || range.meets(hullEntries);
+    }
+  };
+  const Memory& memoryOf(const CEType& tin) const;
+  void forgetMemory() const { memory_.reset(); }
+
+  // Whether the numbers that edges and triangles of the TIN hold are those of the first call, at which the copy must be
+  // known to be one: all of them, or those of one triangle and its edges.
+  bool hasNumbersOf(const CEType& tin) const;
+  bool hasNumbersOf(const CEType& tin, int tri) const;
+
+  // Whether it is known without a look at the triangles that (x, y) is in none.
+  bool isOutside(double x, double y) const;
 
  private:
   // An edge of a triangle that joins two of its corners.
@@ -158,6 +188,8 @@ class FlatTIN {
 
   void chooseSlots(const CEType& tin);
   OddEdge oddEdgeOf(const CEType& tin, int tri, int which) const;
+  Difference differenceAt(const CEType& tin, int slot) const;
+  bool sameEdge(const OddEdge& a, const OddEdge& b) const;
   static bool isPlain(const Record& record);
   void addTriangle(const CEType& tin, int tri);
   bool isCovering(const CEType& tin, const std::shared_ptr<const HullRing>& ring) const;
@@ -197,7 +229,7 @@ class FlatTIN {
   std::shared_ptr<const HullRing> hull_;
   HullCells hullCells_;
   int edgeCount_ = 0;
-  int hullCount_ = 0;
+  std::vector<int> hullEdges_;  // the edge that each entry of the hull list names
 
   // Whether every point, but for those on edges, lies in as many triangles as the ring goes round it.
   bool covers_ = false;
@@ -206,6 +238,14 @@ class FlatTIN {
   mutable std::unique_ptr<const Index> index_;
   mutable std::unique_ptr<const Starts> starts_;
   mutable std::unique_ptr<const SideTree> sides_;
+  mutable std::optional<Memory> memory_;
+
+  // The edge numbers of all triangles, and the triangle numbers of all edges.
+  struct Numbers {
+    std::vector<int> edges;
+    std::vector<int> triangles;
+  };
+  mutable std::unique_ptr<const Numbers> numbers_;
 
   mutable int movesInsteadOfIndex_ = 0;
 

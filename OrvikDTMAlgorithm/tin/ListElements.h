@@ -6,6 +6,7 @@
 #include <span>
 #include <type_traits>
 
+#include <OrvikDTMAlgorithm/tin/Edits.h>
 #include <OrvikDTMAlgorithm/tin/ElementBlocks.h>
 #include <OrvikDTMAlgorithm/tin/Prefetch.h>
 #include <OrvikDTMAlgorithm/tin/SLType.h>
@@ -52,6 +53,7 @@ class ListElements {
     last = std::min(last, list.getMaxlen());
     if (last < first) return;
     const auto count = static_cast<std::size_t>(last - first + 1);
+    Edits::note(&list);
     list.holdByPointers();
     if (first > 1) list.listData_.reserve(list.listData_.size() + count);
     auto* const begin = static_cast<Element*>(allocateElements(count, sizeof(Element)));

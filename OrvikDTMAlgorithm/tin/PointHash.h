@@ -1,6 +1,7 @@
 // A hash of points for exact look-up by x, y and z. Private.
 #pragma once
 
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -9,6 +10,14 @@
 
 inline namespace OrvikDTM {
 namespace detail {
+
+// A point's coordinates bit by bit: what is not equal, or equals nothing, is told apart too.
+using PointWords = std::array<std::uint64_t, 3>;
+
+inline PointWords wordsOf(const TPoint& p) {
+  return {std::bit_cast<std::uint64_t>(p.getX()), std::bit_cast<std::uint64_t>(p.getY()),
+          std::bit_cast<std::uint64_t>(p.getZ())};
+}
 
 // Points that are equal (0 and -0 are) have equal hashes.
 struct PointHash {

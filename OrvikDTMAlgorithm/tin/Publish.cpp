@@ -50,9 +50,7 @@ void publishEdges(Source& mesh, const std::vector<TPoint*>& points, EList& edges
   }
   ListElements::append<TEdge>(edges, static_cast<int>(mesh.edgeCount()), [&](int number) {
     const MeshEdge e = mesh.edge(static_cast<Number>(number));
-    TEdge edge(points[e.start], points[e.end]);
-    edge.setTriNo(slotsOf(e).data());
-    return edge;
+    return TEdge(points[e.start], points[e.end], static_cast<int>(e.left), static_cast<int>(e.right));
   });
 }
 

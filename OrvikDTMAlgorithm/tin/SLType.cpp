@@ -1,5 +1,6 @@
 #include <utility>
 
+#include <OrvikDTMAlgorithm/tin/Edits.h>
 #include <OrvikDTMAlgorithm/tin/ElementBlocks.h>
 #include <OrvikDTMAlgorithm/tin/LargeArrays.h>
 #include <OrvikDTMAlgorithm/tin/SLType.h>
@@ -13,6 +14,28 @@ constexpr int kDefaultCapacity = 100;
 }  // namespace
 
 SLType::SLType() : maxlen_(kDefaultCapacity) { listData_.reserve(kDefaultCapacity); }
+
+SLType& SLType::operator=(const SLType& other) {
+  detail::Edits::note(this);
+  maxlen_ = other.maxlen_;
+  listData_ = other.listData_;
+  run_ = other.run_;
+  return *this;
+}
+
+SLType::SLType(SLType&& other) noexcept
+    : maxlen_(other.maxlen_), listData_(std::move(other.listData_)), run_(std::move(other.run_)) {
+  detail::Edits::note(&other);
+}
+
+SLType& SLType::operator=(SLType&& other) noexcept {
+  detail::Edits::note(&other);
+  detail::Edits::note(this);
+  maxlen_ = other.maxlen_;
+  listData_ = std::move(other.listData_);
+  run_ = std::move(other.run_);
+  return *this;
+}
 
 SLType::~SLType() { releaseAll(); }
 
@@ -29,16 +52,20 @@ std::vector<void*> SLType::getListData() const {
 }
 
 void SLType::setListData(const std::vector<void*>& data) {
+  detail::Edits::note(this);
   listData_ = data;
   run_ = Run();
 }
 
 void SLType::init(SLType* list) {
-  if (list != nullptr) list->releaseAll();
+  if (list == nullptr) return;
+  detail::Edits::note(list);
+  list->releaseAll();
 }
 
 int SLType::add(SLType* list, void* data) {
   if (list == nullptr || list->getListLen() >= maxlen_) return 0;
+  detail::Edits::note(list);
   list->holdByPointers();
   list->listData_.push_back(data);
   return 1;
@@ -46,6 +73,7 @@ int SLType::add(SLType* list, void* data) {
 
 int SLType::insert(SLType* list, int pos, void* data) {
   if (list == nullptr || list->getListLen() >= maxlen_ || pos < 1 || pos > list->getListLen() + 1) return 0;
+  detail::Edits::note(list);
   list->holdByPointers();
   list->listData_.insert(list->listData_.begin() + (pos - 1), data);
   return 1;
@@ -53,6 +81,7 @@ int SLType::insert(SLType* list, int pos, void* data) {
 
 int SLType::deleteData(SLType* list, int num) {
   if (list == nullptr || num < 1 || num > list->getListLen()) return 0;
+  detail::Edits::note(list);
   list->holdByPointers();
   const auto place = list->listData_.begin() + (num - 1);
   detail::releaseElement(*place);
@@ -63,6 +92,7 @@ int SLType::deleteData(SLType* list, int num) {
 SLType* SLType::switchPos(SLType* list, int a, int b) {
   const auto exists = [list](int num) { return list != nullptr && num >= 1 && num <= list->getListLen(); };
   if (!exists(a) || !exists(b)) return nullptr;
+  detail::Edits::note(list);
   list->holdByPointers();
   std::swap(list->listData_[static_cast<std::size_t>(a - 1)], list->listData_[static_cast<std::size_t>(b - 1)]);
   return list;

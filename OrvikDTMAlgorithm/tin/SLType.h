@@ -27,9 +27,9 @@ class ORVIKDTM_API SLType {
   // An empty list that accepts 100 elements.
   SLType();
   SLType(const SLType&) = default;
-  SLType& operator=(const SLType&) = default;
-  SLType(SLType&&) = default;
-  SLType& operator=(SLType&&) = default;
+  SLType& operator=(const SLType& other);
+  SLType(SLType&& other) noexcept;
+  SLType& operator=(SLType&& other) noexcept;
 
   // Releases every element.
   ~SLType();

@@ -1,8 +1,11 @@
+#include <functional>
+#include <new>
 #include <optional>
 #include <utility>
 
 #include <OrvikDTMAlgorithm/tin/CEType.h>
 #include <OrvikDTMAlgorithm/tin/Delaunay.h>
+#include <OrvikDTMAlgorithm/tin/Edits.h>
 #include <OrvikDTMAlgorithm/tin/FlipTests.h>
 #include <OrvikDTMAlgorithm/tin/FlipWatch.h>
 #include <OrvikDTMAlgorithm/tin/Flips.h>
@@ -85,10 +88,20 @@ std::optional<SweptTriangulation> buildBySweep(const detail::NormalisedPoints& n
   return SweptTriangulation{std::move(*mesh), std::move(order)};
 }
 
-void place(TPoint& point, const Position& position) {
-  point.setX(position.x);
-  point.setY(position.y);
+// All points of a construction are noted as changed at once.
+void notePoints(const std::vector<TPoint*>& points) {
+  const TPoint* first = nullptr;
+  const TPoint* last = nullptr;
+  const std::less<const TPoint*> before;
+  for (const TPoint* p : points) {
+    if (p == nullptr) continue;
+    if (first == nullptr || before(p, first)) first = p;
+    if (last == nullptr || before(last, p)) last = p;
+  }
+  if (first != nullptr) detail::Edits::add(first, last + 1);
 }
+
+void place(TPoint& point, const Position& position) { new (&point) TPoint(position.x, position.y, point.getZ()); }
 
 // Gives the points in `order` the places placeOf(0), placeOf(1), ...
 template <typename PlaceOf>
@@ -139,6 +152,7 @@ CEType* publishExact(const detail::NormalisedPoints& normalised) {
 
 CEType* Surface::optimizeTIN(std::vector<TPoint*>& points) {
   if (points.empty()) return nullptr;
+  notePoints(points);
   const detail::NormalisedPoints normalised = detail::normalise(points, COMPAREUNSHIFTED != 0);
   MAXPOINTS = static_cast<int>(normalised.points.size());
   for (const detail::PlacedPoint& repeat : normalised.repeats) place(*repeat.point, repeat.place);

@@ -8,6 +8,7 @@
 #pragma once
 
 #include <OrvikDTMAlgorithm/Export.h>
+#include <OrvikDTMAlgorithm/tin/Edits.h>
 
 inline namespace OrvikDTM {
 
@@ -16,24 +17,54 @@ class TPoint;
 class ORVIKDTM_API TEdge {
  public:
   // An edge from start to end with no triangle on either side. The points are not owned.
-  TEdge(TPoint* start, TPoint* end) : triNo_{0, 0}, startPoint_(start), endPoint_(end) {}
+  TEdge(TPoint* start, TPoint* end) : TEdge(start, end, 0, 0) {}
+
+  // An edge with these triangles to its left and right.
+  TEdge(TPoint* start, TPoint* end, int left, int right) : triNo_{left, right}, startPoint_(start), endPoint_(end) {}
+
+  TEdge(const TEdge&) = default;
+  TEdge& operator=(const TEdge& other) noexcept {
+    detail::Edits::noteInBlock(this);
+    triNo_[0] = other.triNo_[0];
+    triNo_[1] = other.triNo_[1];
+    startPoint_ = other.startPoint_;
+    endPoint_ = other.endPoint_;
+    return *this;
+  }
 
   TPoint* getStartPoint() const { return startPoint_; }
   TPoint* getEndPoint() const { return endPoint_; }
-  void setStartPoint(TPoint* p) { startPoint_ = p; }
-  void setEndPoint(TPoint* p) { endPoint_ = p; }
+  void setStartPoint(TPoint* p) {
+    detail::Edits::noteInBlock(this);
+    startPoint_ = p;
+  }
+  void setEndPoint(TPoint* p) {
+    detail::Edits::noteInBlock(this);
+    endPoint_ = p;
+  }
 
   // The number of the triangle to the left and to the right of start -> end; 0 means none. Hull edges run
   // counter-clockwise around the TIN, so their right number is 0.
   int getLeftT() const { return triNo_[0]; }
   int getRightT() const { return triNo_[1]; }
-  void setLeftT(int t) { triNo_[0] = t; }
-  void setRightT(int t) { triNo_[1] = t; }
+  void setLeftT(int t) {
+    detail::Edits::noteInBlock(this);
+    triNo_[0] = t;
+  }
+  void setRightT(int t) {
+    detail::Edits::noteInBlock(this);
+    triNo_[1] = t;
+  }
 
-  // Both numbers, left then right: the edge's own array, and a copy of two numbers into it.
-  int* getTriNo() { return triNo_; }
+  // Both numbers, left then right: the edge's own array, and a copy of two numbers into it. Through the first, which
+  // may be written to for as long as the edge lives, every query has to look whether it has been: read a const TEdge.
+  int* getTriNo() {
+    detail::Edits::noteHandedOut(this);
+    return triNo_;
+  }
   const int* getTriNo() const { return triNo_; }
   void setTriNo(const int* two) {
+    detail::Edits::noteInBlock(this);
     triNo_[0] = two[0];
     triNo_[1] = two[1];
   }
