@@ -53,7 +53,10 @@ void CEType::setCList(ConvexList* hull) {
 
 void CEType::setEList(EList* edges) {
   forgetCopy();
-  if (edges != edgeList_) triangle3Source_.level.reset();  // the old list may be gone already
+  if (edges != edgeList_) {
+    triangle3Source_.level.reset();  // the old list may be gone already
+    movedBack_ = false;
+  }
   edgeList_ = edges;
 }
 

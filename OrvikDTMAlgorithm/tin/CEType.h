@@ -7,10 +7,11 @@
 //    those handed over with holdPoints().
 // 4. Copies are shallow: the copy refers to the same lists, boundary points and Triangle3; destroy only one of the two.
 //    To copy is to ask for the list of Triangle3: it is made then, once for both.
-// 5. Queries of places and heights run on a copy of the lists that the first of them makes. What a setter, an assignment
-//    or a list's own operation changes in this TIN, the next query sees: it then compares its copy with the lists, which
-//    takes as long as looking at every triangle, and makes a new one if more than heights has changed. Changes in other
-//    TINs cost a query next to nothing. After writing elements in any other way, call setEList(getEList()).
+// 5. Queries of places and heights run on a copy of the lists that the first of them makes. What a setter, an
+// assignment
+//    or a list's own operation changes in this TIN, the next query sees: it then compares its copy with the lists,
+//    which takes as long as looking at every triangle, and makes a new one if more than heights has changed. Changes in
+//    other TINs cost a query next to nothing. After writing elements in any other way, call setEList(getEList()).
 // 6. The hull as the first query made it stays, also when the hull list is replaced or its edges move.
 // 7. Not for several threads at once: even queries remember where they ended.
 #pragma once
@@ -121,7 +122,8 @@ class ORVIKDTM_API CEType {
 
   // Where a point surveyed at (*x, *y) lies as a vertex of this TIN. The construction works relative to a local origin,
   // and moving there and back can change a coordinate's last digit; a host that asks at a surveyed position asks here
-  // first. Positions that are not whole thousandths stay, and so do all in a TIN that was made otherwise.
+  // first. Positions that are not whole thousandths stay. In a TIN that was not constructed here, but read from a file,
+  // say, only those do not stay that lie beside a vertex by no more than such rounding.
   void toVertexPosition(double* x, double* y) const;
 
   // The sum of the triangles' areas in plan and along the surface; 0 without triangles. The area along the surface is

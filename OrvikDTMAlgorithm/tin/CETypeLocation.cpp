@@ -109,14 +109,27 @@ int CEType::locateTri1(double x, double y) {
   return locateOnCopy(x, y, [&](const detail::FlatTIN& tin) { return tin.scan(x, y, lastTriangleNo_); });
 }
 
+// A vertex that has been put at the position itself since the construction stays where it is.
 void CEType::toVertexPosition(double* x, double* y) const {
-  if (!movedBack_) return;
+  const detail::Position surveyed{*x, *y};
+  if (!movedBack_) {
+    const detail::Position* vertex = flat().vertexBeside(surveyed);
+    if (vertex == nullptr) return;
+    *x = vertex->x;
+    *y = vertex->y;
+    return;
+  }
   const auto moved = [](double v, double origin) {
     const double rounded = detail::roundThroughText(detail::kDecimalsOfPosition, v);
     return rounded == v ? (v - origin) + origin : v;
   };
-  *x = moved(*x, originX_);
-  *y = moved(*y, originY_);
+  const detail::Position vertex{moved(*x, originX_), moved(*y, originY_)};
+  if (samePosition(vertex, surveyed)) return;
+  int last = lastTriangleNo_;
+  const detail::FlatTIN& tin = flat();
+  if (tin.hasVertexAt(tin.locate(*x, *y, last), surveyed)) return;
+  *x = vertex.x;
+  *y = vertex.y;
 }
 
 int* CEType::getRelateT(int tri) const {

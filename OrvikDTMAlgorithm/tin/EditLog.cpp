@@ -86,9 +86,8 @@ bool EditLog::extendLatest(const AddressRange& range, std::uint64_t state) noexc
 
 void EditLog::addHandedOut(const AddressRange& range) noexcept {
   AddressRange* const end = handedOut_ + handedOutCount_;
-  AddressRange* const nearest = std::min_element(handedOut_, end, [&range](const auto& a, const auto& b) {
-    return gapBetween(a, range) < gapBetween(b, range);
-  });
+  AddressRange* const nearest = std::min_element(
+      handedOut_, end, [&range](const auto& a, const auto& b) { return gapBetween(a, range) < gapBetween(b, range); });
   if (nearest != end && (handedOutCount_ == kHandedOutRanges || gapBetween(*nearest, range) <= kNear)) {
     *nearest = unionOf(*nearest, range);
   } else {

@@ -1,7 +1,8 @@
 // The latest changes in place of elements of any TIN (Edits.h), as those see them who keep copies. Private.
 //
-// One process-wide log of memory ranges, under a lock. A query whose state is not the latest asks which ranges have been
-// changed since; only when one of them is its own, or too many have been for the log, does it look at its elements.
+// One process-wide log of memory ranges, under a lock. A query whose state is not the latest asks which ranges have
+// been changed since; only when one of them is its own, or too many have been for the log, does it look at its
+// elements.
 #pragma once
 
 #include <cstddef>

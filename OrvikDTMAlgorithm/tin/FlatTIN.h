@@ -13,6 +13,7 @@
 #include <OrvikDTMAlgorithm/tin/HullCells.h>
 #include <OrvikDTMAlgorithm/tin/HullRing.h>
 #include <OrvikDTMAlgorithm/tin/Mesh.h>
+#include <OrvikDTMAlgorithm/tin/MovedVertices.h>
 #include <OrvikDTMAlgorithm/tin/Orientation.h>
 #include <OrvikDTMAlgorithm/tin/SideTree.h>
 
@@ -105,6 +106,14 @@ class FlatTIN {
   // known to be one: all of them, or those of one triangle and its edges.
   bool hasNumbersOf(const CEType& tin) const;
   bool hasNumbersOf(const CEType& tin, int tri) const;
+
+  // The vertex that a position of whole thousandths stands for: one that lies beside it by no more than moving to a
+  // local origin and back rounds off. Null when there is none, or one is at the position itself. The first call looks
+  // at every vertex.
+  const Position* vertexBeside(const Position& p) const;
+
+  // Whether a vertex of triangle `tri` is at the position exactly.
+  bool hasVertexAt(int tri, const Position& p) const;
 
   // Whether it is known without a look at the triangles that (x, y) is in none.
   bool isOutside(double x, double y) const;
@@ -239,6 +248,9 @@ class FlatTIN {
   mutable std::unique_ptr<const Starts> starts_;
   mutable std::unique_ptr<const SideTree> sides_;
   mutable std::optional<Memory> memory_;
+
+  // The vertices beside whole thousandths, by these.
+  mutable std::unique_ptr<const MovedVertices> movedVertices_;
 
   // The edge numbers of all triangles, and the triangle numbers of all edges.
   struct Numbers {

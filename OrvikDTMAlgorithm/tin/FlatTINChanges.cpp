@@ -195,9 +195,7 @@ bool FlatTIN::hasNumbersOf(const CEType& tin, int tri) const {
   return true;
 }
 
-bool FlatTIN::isOutside(double x, double y) const {
-  return covers_ && !hullCells_.placeOf(*hull_, {x, y}).isWithin();
-}
+bool FlatTIN::isOutside(double x, double y) const { return covers_ && !hullCells_.placeOf(*hull_, {x, y}).isWithin(); }
 
 }  // namespace detail
 }  // namespace OrvikDTM

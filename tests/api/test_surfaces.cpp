@@ -294,4 +294,20 @@ TEST_F(FlatSurfaces, TheVersionIsThreeNumbers) {
   EXPECT_TRUE(dots[0] == '.' && dots[1] == '.' && numbers[0] >= 0 && numbers[1] >= 0 && numbers[2] >= 0);
 }
 
+TEST_F(FlatSurfaces, ASurveyedPositionKeepsItsHeightThroughAFile) {
+  newDTMSurfaceLib();
+  addDTMSurface("s");
+  const double rows[][3] = {{0, 2.1, 1}, {0, 7.7, 2}, {9, 7.7, 3}, {9, 2.1, 4}};
+  for (const auto& row : rows) addSurfacePoint(0, "p", row[0], row[1], row[2]);
+  ASSERT_EQ(1, saveSurface(0, path("s.ttin").c_str()));
+  ASSERT_NE(nullptr, loadDTMSurface(path("s.ttin").c_str(), 0));
+  for (const unsigned surface : {0u, 1u}) {
+    for (const auto& row : rows) {
+      double z = 0;
+      EXPECT_EQ(1, checkSurfacePoint(surface, row[0], row[1], &z)) << surface << " " << row[1];
+      EXPECT_EQ(row[2], z) << surface;
+    }
+  }
+}
+
 }  // namespace

@@ -5,12 +5,12 @@
 #include <memory>
 #include <vector>
 
+#include <OrvikDTMAlgorithm/surface/FillCutResult.h>
 #include <OrvikDTMAlgorithm/tin/CEType.h>
 #include <OrvikDTMAlgorithm/tin/ConvexList.h>
 #include <OrvikDTMAlgorithm/tin/EList.h>
 #include <OrvikDTMAlgorithm/tin/EditLog.h>
 #include <OrvikDTMAlgorithm/tin/FlatTIN.h>
-#include <OrvikDTMAlgorithm/surface/FillCutResult.h>
 #include <OrvikDTMAlgorithm/tin/Surface.h>
 #include <OrvikDTMAlgorithm/tin/TConvex.h>
 #include <OrvikDTMAlgorithm/tin/TEdge.h>
@@ -53,10 +53,9 @@ class EditedSquare : public testing::Test {
   }
 
   OwnedPoints points_{inputs::Positions{{0, 0, 1}, {10, 0, 1}, {10, 10, 1}, {0, 10, 1}}};
-  std::unique_ptr<CEType> tin_ =
-      makeTIN(points_, {{{1, 2, 1, 0}, {2, 3, 1, 0}, {3, 1, 1, 2}, {3, 4, 2, 0}, {4, 1, 2, 0}},
-                        {{1, 2, 3}, {3, 4, 5}},
-                        {1, 2, 4, 5}});
+  std::unique_ptr<CEType> tin_ = makeTIN(
+      points_,
+      {{{1, 2, 1, 0}, {2, 3, 1, 0}, {3, 1, 1, 2}, {3, 4, 2, 0}, {4, 1, 2, 0}}, {{1, 2, 3}, {3, 4, 5}}, {1, 2, 4, 5}});
 };
 
 TEST_F(EditedSquare, HeightOfAPoint) {
