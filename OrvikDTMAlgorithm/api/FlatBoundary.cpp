@@ -12,6 +12,7 @@ inline namespace OrvikDTM {
 
 using detail::flatState;
 using detail::guarded;
+using detail::handOut;
 
 namespace {
 
@@ -28,12 +29,11 @@ void release(const RangePoint* vertex) {
 
 // Hands out the boundary's own records. The callback may edit the boundary: what it has deleted is left out.
 void handOutVertices() {
-  const RangePointCallback callback = flatState().callbacks.rangePoint;
-  if (callback == nullptr) return;
+  if (flatState().callbacks.rangePoint == nullptr) return;
   const std::vector<RangePoint*>& now = flatState().rangePoints;
   detail::StillListed stillListed;
   for (RangePoint* vertex : std::vector<RangePoint*>(now)) {
-    if (stillListed.in(now, vertex)) callback(vertex);
+    if (stillListed.in(now, vertex) && !handOut(&detail::Callbacks::rangePoint, vertex)) return;
   }
 }
 

@@ -10,6 +10,7 @@
 inline namespace OrvikDTM {
 
 using detail::flatState;
+using detail::handOut;
 using detail::withLibrary;
 using detail::withSurface;
 
@@ -54,24 +55,27 @@ int handOutPoints(const DTMSurfaceLib& library, unsigned int index) {
   DTMSurface* surface = library.getSurface(index);
   if (surface == nullptr) return 0;
   const std::vector<SurfacePoint*> points = surface->getSurfacePoints();
-  const SurfacePointCallback callback = flatState().callbacks.surfacePoint;
   detail::StillListed stillListed;
-  for (std::size_t i = 0; callback != nullptr && i < points.size(); ++i) {
+  for (SurfacePoint* point : points) {
     if (!holds(library, surface, index)) break;
-    if (points[i] != nullptr && stillListed.in(detail::ListedPoints::of(*surface), points[i])) callback(points[i]);
+    if (point == nullptr || !stillListed.in(detail::ListedPoints::of(*surface), point)) continue;
+    if (!handOut(&detail::Callbacks::surfacePoint, point)) break;
   }
   return points.empty() ? 0 : 1;
 }
 
 // Hands out copies, which are the callback's. All are made before the first goes, since the callback may edit the
-// surface.
+// surface; those that find no callback any more are freed.
 void handOutCopies(const std::vector<SurfacePoint*>& points) {
-  const SurfacePointCallback callback = flatState().callbacks.surfacePoint;
-  if (callback == nullptr) return;
+  const detail::Callbacks& registered = flatState().callbacks;
+  if (registered.surfacePoint == nullptr) return;
   std::vector<std::unique_ptr<SurfacePoint>> copies;
   copies.reserve(points.size());
   for (const SurfacePoint* point : points) copies.emplace_back(point->clone());
-  for (std::unique_ptr<SurfacePoint>& copy : copies) callback(copy.release());
+  for (std::unique_ptr<SurfacePoint>& copy : copies) {
+    if (registered.surfacePoint == nullptr) return;
+    handOut(&detail::Callbacks::surfacePoint, copy.release());
+  }
 }
 
 }  // namespace

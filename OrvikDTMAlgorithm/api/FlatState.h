@@ -27,5 +27,15 @@ struct FlatState {
 // The one state of the process. It is never destroyed: hosts may call the library while the process ends.
 FlatState& flatState();
 
+// Hands a record to the callback that is registered now: the calls before it may have registered another one, or none.
+// False without a callback.
+template <typename Callback, typename Record>
+bool handOut(Callback Callbacks::*receiver, Record* record) {
+  const Callback callback = flatState().callbacks.*receiver;
+  if (callback == nullptr) return false;
+  callback(record);
+  return true;
+}
+
 }  // namespace detail
 }  // namespace OrvikDTM

@@ -8,8 +8,8 @@
 
 inline namespace OrvikDTM {
 
-using detail::flatState;
 using detail::guarded;
+using detail::handOut;
 using detail::withLibrary;
 using detail::withSurface;
 
@@ -24,18 +24,8 @@ struct Lines {
   Lines(const Lines&) = delete;
   Lines& operator=(const Lines&) = delete;
 
-  void handOut(DrawLineCallback callback) const {
-    if (callback == nullptr) return;
-    for (DrawLine* line : list) callback(line);
-  }
-
   std::vector<DrawLine*> list;
 };
-
-void handOut(DTMSurface* surface) {
-  const SurfaceCallback callback = flatState().callbacks.surface;
-  if (surface != nullptr && callback != nullptr) callback(surface);
-}
 
 }  // namespace
 
@@ -63,7 +53,8 @@ void getSurfaceByPath(const char* location, const char* type) {
   guarded([&] {
     const int kind = detail::kindOfExtension(type);
     for (const std::string& path : DTMFileOperation().getSurfaceByPath(location, type)) {
-      handOut(loadDTMSurface(path.c_str(), kind));
+      DTMSurface* surface = loadDTMSurface(path.c_str(), kind);
+      if (surface != nullptr) handOut(&detail::Callbacks::surface, surface);
     }
   });
 }
@@ -84,7 +75,9 @@ int previewDTMSurface(unsigned int index, double minX, double maxX, double minY,
   return withSurface(index, [&](DTMSurface& surface) {
     Lines lines;
     const bool drawn = surface.drawSurface(minX, maxX, minY, maxY, lines.list);
-    lines.handOut(flatState().callbacks.drawLine);
+    for (DrawLine* line : lines.list) {
+      if (!handOut(&detail::Callbacks::drawLine, line)) break;
+    }
     return drawn ? 1 : 0;
   });
 }

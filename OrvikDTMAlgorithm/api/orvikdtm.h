@@ -23,7 +23,8 @@
  *  8. A callback's record lives as long as that one call of the callback, unless its type says otherwise below: copy
  *     what is to be kept.
  *  9. Callbacks run inside the call, on the caller's thread, and may call every function of this header: each function
- *     hands out the records that there were when it began, and leaves out what a callback has deleted meanwhile. An
+ *     hands out the records that there were when it began, and leaves out what a callback has deleted meanwhile. Each
+ *     record goes to the callback that is registered when its turn comes; without one the rest is not handed out. An
  *     exception that a callback throws (or lets pass) ends the function with its failure; what the function had done
  *     before its first callback stays done, and records that have not been handed out yet are freed. A callback
  *     must not leave by longjmp.

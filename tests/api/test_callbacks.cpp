@@ -203,14 +203,6 @@ TEST_F(FlatCallbacks, AnotherLibraryIsChosenMeanwhile) {
   EXPECT_EQ(nullptr, getSurface(0));
 }
 
-TEST_F(FlatCallbacks, CallbacksAreReplacedMeanwhile) {
-  handed.onEach = [] { setCallBack(nullptr, nullptr, nullptr, nullptr); };
-  EXPECT_EQ(1, getSurfacePoints(0));
-  EXPECT_EQ(4u, handed.points.size());
-  EXPECT_EQ(1, getSurfacePoints(0));
-  EXPECT_EQ(4u, handed.points.size());
-}
-
 TEST_F(FlatCallbacks, TheSurfaceIsReleasedWhileItsFileIsHandedOut) {
   fill("p.csv", "A,,101,201,15.1\nB,,102,202,15.2\n");
   handed.onEach = [] { releaseDTMSurface(0); };
