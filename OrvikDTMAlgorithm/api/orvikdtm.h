@@ -28,7 +28,7 @@
  *     exception that a callback throws (or lets pass) ends the function with its failure; what the function had done
  *     before its first callback stays done, and records that have not been handed out yet are freed. A callback
  *     must not leave by longjmp.
- * 10. Threads. Nothing is locked: use the library from one thread at a time.
+ * 10. Threads. Nothing is locked: call these functions from one thread at a time (the classes: docs/threads.md).
  */
 #pragma once
 

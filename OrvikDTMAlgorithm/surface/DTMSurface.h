@@ -10,7 +10,7 @@
 // list that the host changes through a pointer or reference kept from before the edit. Get it anew from
 // getSurfacePoints().
 //
-// 4. Not for several threads at once, const members included.
+// 4. Different surfaces may be used in different threads at once; one surface may not, const members included.
 #pragma once
 
 #include <cstddef>
@@ -221,7 +221,7 @@ class ORVIKDTM_API DTMSurface {
   bool adoptImport(CEType* model, const char* path);
   void promiseModel();
   void buildPromised() const;
-  void build() const;
+  void build(int compareUnshifted) const;
   void rebuild();
   void dropModel();
   void refreshStatistics() const;

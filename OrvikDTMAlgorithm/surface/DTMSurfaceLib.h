@@ -7,7 +7,7 @@
 // 3. Copies are shallow: the copy refers to the same surfaces; let only one of the two delete them.
 // 4. Paths and names are zero-terminated texts in the system's code page; a null path fails like one that cannot be
 //    opened, a null name is the empty one.
-// 5. Not for several threads at once.
+// 5. Different libraries may be used in different threads at once; one library may not.
 #pragma once
 
 #include <cstddef>

@@ -6,8 +6,8 @@
 #include <OrvikDTMAlgorithm/surface/SurfacePoint.h>
 #include <OrvikDTMAlgorithm/surface/SurveyedCoordinate.h>
 #include <OrvikDTMAlgorithm/tin/CEType.h>
+#include <OrvikDTMAlgorithm/tin/Construction.h>
 #include <OrvikDTMAlgorithm/tin/LargeArrays.h>
-#include <OrvikDTMAlgorithm/tin/Surface.h>
 #include <OrvikDTMAlgorithm/tin/TList.h>
 #include <OrvikDTMAlgorithm/tin/TPoint.h>
 
@@ -37,20 +37,6 @@ std::vector<TPoint*> pointersTo(std::vector<TPoint>& points) {
   return pointers;
 }
 
-// What counts as a repeated position is settled by the edit, not by the look that has the TIN built.
-class ComparisonAsPromised {
- public:
-  explicit ComparisonAsPromised(int promised) : present_(Surface::COMPAREUNSHIFTED) {
-    Surface::COMPAREUNSHIFTED = promised;
-  }
-  ~ComparisonAsPromised() { Surface::COMPAREUNSHIFTED = present_; }
-  ComparisonAsPromised(const ComparisonAsPromised&) = delete;
-  ComparisonAsPromised& operator=(const ComparisonAsPromised&) = delete;
-
- private:
-  int present_;
-};
-
 }  // namespace
 
 std::vector<TPoint*> DTMSurface::getTPointList(std::vector<SurfacePoint*> points) const {
@@ -65,16 +51,16 @@ std::vector<TPoint*> DTMSurface::getTPointList(std::vector<SurfacePoint*> points
 
 CEType* DTMSurface::getCEType() {
   keepPromise();
-  if (ceType == nullptr) build();
+  if (ceType == nullptr) build(detail::hostsComparison());
   return ceType;
 }
 
-void DTMSurface::build() const {
+void DTMSurface::build(int compareUnshifted) const {
   statistics = {};
   if (surfacePoints.size() < kPointsOfATriangle) return;
   const auto points = roundedForTIN(surfacePoints);
   std::vector<TPoint*> pointers = pointersTo(*points);
-  ceType = Surface::optimizeTIN(pointers);
+  ceType = detail::Construction::triangulate(pointers, compareUnshifted);
   if (ceType == nullptr) return;
   ceType->holdPoints(points);
   refreshStatistics();
@@ -82,24 +68,24 @@ void DTMSurface::build() const {
 
 void DTMSurface::rebuild() {
   dropModel();
-  build();
+  build(detail::hostsComparison());
 }
 
 void DTMSurface::promiseModel() {
   dropModel();
   const bool mayChangeUnseen = arrayBegin != arrayEnd;  // the records of a caller's array change and go as it likes
   if (mayChangeUnseen) {
-    build();
+    build(detail::hostsComparison());
     return;
   }
-  promisedComparison = Surface::COMPAREUNSHIFTED;
+  promisedComparison = detail::hostsComparison();
   modelPromised = true;
 }
 
+// What counts as a repeated position is settled by the edit, not by the look that has the TIN built.
 void DTMSurface::buildPromised() const {
-  const ComparisonAsPromised asPromised(promisedComparison);
   modelPromised = false;
-  build();
+  build(promisedComparison);
 }
 
 void DTMSurface::refreshStatistics() const {

@@ -8,12 +8,12 @@
 // 4. Copies are shallow: the copy refers to the same lists, boundary points and Triangle3; destroy only one of the two.
 //    To copy is to ask for the list of Triangle3: it is made then, once for both.
 // 5. Queries of places and heights run on a copy of the lists that the first of them makes. What a setter, an
-// assignment
-//    or a list's own operation changes in this TIN, the next query sees: it then compares its copy with the lists,
-//    which takes as long as looking at every triangle, and makes a new one if more than heights has changed. Changes in
-//    other TINs cost a query next to nothing. After writing elements in any other way, call setEList(getEList()).
+//    assignment or a list's own operation changes in this TIN, the next query sees: it then compares its copy with the
+//    lists, which takes as long as looking at every triangle, and makes a new one if more than heights has changed.
+//    Changes in other TINs cost a query next to nothing. After writing elements in any other way, call
+//    setEList(getEList()).
 // 6. The hull as the first query made it stays, also when the hull list is replaced or its edges move.
-// 7. Not for several threads at once: even queries remember where they ended.
+// 7. Different TINs may be used in different threads at once; one TIN, or a TIN and its copy, may not.
 #pragma once
 
 #include <array>
@@ -38,6 +38,7 @@ class Triangle3;
 struct RangePoint;
 
 namespace detail {
+class Construction;
 struct Facet;
 class FlatTIN;
 class HullRing;
@@ -189,10 +190,10 @@ class ORVIKDTM_API CEType {
   static CEType* initCETypeFromLandXml(const char* path);
 
  private:
-  friend class Surface;           // knows the local origin
-  friend class detail::FlatTIN;   // copies what the lists hold
-  friend struct detail::Facet;    // likewise, for exact volumes
-  friend struct CETypeInternals;  // the tests' way in
+  friend class detail::Construction;  // knows the local origin
+  friend class detail::FlatTIN;       // copies what the lists hold
+  friend struct detail::Facet;        // likewise, for exact volumes
+  friend struct CETypeInternals;      // the tests' way in
 
   // The corners of a triangle: the ends of its first edge, then the end of its second edge that is neither. False when
   // one of the two edges does not exist.

@@ -10,10 +10,10 @@
 #include <OrvikDTMAlgorithm/report/U.h>
 #include <OrvikDTMAlgorithm/tin/CETypeElements.h>
 #include <OrvikDTMAlgorithm/tin/CommonArea.h>
+#include <OrvikDTMAlgorithm/tin/Construction.h>
 #include <OrvikDTMAlgorithm/tin/FillAndCut.h>
 #include <OrvikDTMAlgorithm/tin/FlatTIN.h>
 #include <OrvikDTMAlgorithm/tin/PointHash.h>
-#include <OrvikDTMAlgorithm/tin/Surface.h>
 #include <OrvikDTMAlgorithm/tin/SurfaceComparison.h>
 
 inline namespace OrvikDTM {
@@ -56,27 +56,14 @@ TPoint roundedToMillimetres(const TPoint& p) {
           detail::roundThroughText(detail::kDecimalsOfPosition, p.getY()), 0.0};
 }
 
-// Lends a setting another value for a while.
-class Lent {
- public:
-  Lent(int& setting, int value) : setting_(setting), present_(setting) { setting_ = value; }
-  ~Lent() { setting_ = present_; }
-  Lent(const Lent&) = delete;
-  Lent& operator=(const Lent&) = delete;
-
- private:
-  int& setting_;
-  int present_;
-};
-
 // A network over copies of the points, which it keeps.
-std::unique_ptr<CEType> triangulateCopies(const std::vector<TPoint>& points,
+std::unique_ptr<CEType> triangulateCopies(const std::vector<TPoint>& points, int compareUnshifted,
                                           std::shared_ptr<std::vector<TPoint>>& copies) {
   copies = std::make_shared<std::vector<TPoint>>(points);
   std::vector<TPoint*> pointers;
   pointers.reserve(copies->size());
   for (TPoint& p : *copies) pointers.push_back(&p);
-  std::unique_ptr<CEType> tin(Surface::optimizeTIN(pointers));
+  std::unique_ptr<CEType> tin(detail::Construction::triangulate(pointers, compareUnshifted));
   if (tin != nullptr) tin->holdPoints(copies);
   return tin;
 }
@@ -104,10 +91,10 @@ bool lacksAPosition(const CEType& tin, const std::vector<TPoint>& points, const 
 // network is built again with the other comparison.
 std::unique_ptr<CEType> surfaceOver(const std::vector<TPoint>& boundary) {
   std::shared_ptr<std::vector<TPoint>> copies;
-  std::unique_ptr<CEType> tin = triangulateCopies(boundary, copies);
-  if (tin == nullptr || Surface::COMPAREUNSHIFTED != 0 || !lacksAPosition(*tin, boundary, *copies)) return tin;
-  const Lent comparison(Surface::COMPAREUNSHIFTED, 1);
-  return triangulateCopies(boundary, copies);
+  const int compareUnshifted = detail::hostsComparison();
+  std::unique_ptr<CEType> tin = triangulateCopies(boundary, compareUnshifted, copies);
+  if (tin == nullptr || compareUnshifted != 0 || !lacksAPosition(*tin, boundary, *copies)) return tin;
+  return triangulateCopies(boundary, 1, copies);
 }
 
 }  // namespace

@@ -3,12 +3,12 @@
 #include <memory>
 
 #include <OrvikDTMAlgorithm/tin/CEType.h>
+#include <OrvikDTMAlgorithm/tin/Construction.h>
 #include <OrvikDTMAlgorithm/tin/EdgeFinder.h>
 #include <OrvikDTMAlgorithm/tin/FaceOrder.h>
 #include <OrvikDTMAlgorithm/tin/PositionSet.h>
 #include <OrvikDTMAlgorithm/tin/Prefetch.h>
 #include <OrvikDTMAlgorithm/tin/Publish.h>
-#include <OrvikDTMAlgorithm/tin/Surface.h>
 
 inline namespace OrvikDTM {
 
@@ -159,10 +159,11 @@ class FaceMesh {
 
 CEType* CEType::initCETypeFromFaces(const std::vector<TPoint*>& vertices,
                                     const std::vector<std::array<int, 3>>& faces) {
-  constexpr int kCornersOfFace = 3;
+  constexpr std::size_t kCornersOfFace = 3;
   FaceMesh faceMesh(vertices, faces.size());
   faceMesh.add(faces);
-  if (!faces.empty()) Surface::MAXPOINTS = kCornersOfFace;  // what ordering a face's corners leaves there
+  if (!faces.empty())
+    detail::tellHosts(Surface::MAXPOINTS, kCornersOfFace);  // what ordering a face's corners leaves there
   const Mesh mesh = faceMesh.takeMesh();
   // Of faces that are given more than once there are more than edges.
   const auto capacity = static_cast<int>(std::max({mesh.edges.size(), mesh.triangles.size(), std::size_t{100}}));

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include <OrvikDTMAlgorithm/tin/CEType.h>
+#include <OrvikDTMAlgorithm/tin/Construction.h>
 #include <OrvikDTMAlgorithm/tin/Delaunay.h>
 #include <OrvikDTMAlgorithm/tin/Edits.h>
 #include <OrvikDTMAlgorithm/tin/FlipTests.h>
@@ -48,7 +49,7 @@ std::optional<detail::Mesh> sweepAndFlip(const detail::NormalisedPoints& normali
   detail::reserveLarge(mesh.triangles, 2 * mesh.points.size());
   const Number fanEnd = detail::startFan(mesh);
   if (fanEnd == 0) return std::nullopt;
-  Surface::FLAG = static_cast<int>(fanEnd);
+  detail::tellHosts(Surface::FLAG, fanEnd);
   if (normalised.millimetres.empty()) {
     detail::sweep(mesh, fanEnd, nullptr);
     detail::flipToDelaunay(mesh, nullptr);
@@ -72,7 +73,7 @@ bool beginsWrong(const detail::NormalisedPoints& normalised) {
   mesh.points = detail::reordered(normalised.positions, order);
   const Number fanEnd = detail::startFan(mesh);
   if (fanEnd == 0) return false;
-  Surface::FLAG = static_cast<int>(fanEnd);
+  detail::tellHosts(Surface::FLAG, fanEnd);
   const detail::MillimetrePlane plane(detail::reordered(normalised.millimetres, order));
   detail::SweepWatch watch(mesh, plane);
   return !detail::beginSweep(mesh, fanEnd, watch);
@@ -122,6 +123,10 @@ void placeOthers(const detail::NormalisedPoints& normalised, const std::vector<N
   }
 }
 
+detail::Capacities capacitiesFor(const detail::NormalisedPoints& normalised) {
+  return detail::capacitiesFor(static_cast<int>(normalised.points.size()));
+}
+
 CEType* publishSwept(const detail::NormalisedPoints& normalised, const SweptTriangulation& swept) {
   const std::vector<bool> isVertex = detail::verticesOf(swept.mesh);
   placeInOrder(normalised.points, swept.order, [&](std::size_t i) -> Position {
@@ -130,8 +135,7 @@ CEType* publishSwept(const detail::NormalisedPoints& normalised, const SweptTria
     return {p.x + normalised.origin.x, p.y + normalised.origin.y};
   });
   placeOthers(normalised, swept.order);
-  return detail::publishNew(swept.mesh, detail::reordered(normalised.points, swept.order),
-                            detail::capacitiesFor(Surface::MAXPOINTS));
+  return detail::publishNew(swept.mesh, detail::reordered(normalised.points, swept.order), capacitiesFor(normalised));
 }
 
 // The exact triangulation; an empty TIN when the positions are collinear, or too large for it.
@@ -145,17 +149,17 @@ CEType* publishExact(const detail::NormalisedPoints& normalised) {
                [&](std::size_t i) { return detail::inUnits(normalised.millimetres[exact.inputIndex[i]]); });
   placeOthers(normalised, exact.inputIndex);
   return detail::publishNew(exact.mesh, detail::reordered(normalised.points, exact.inputIndex),
-                            detail::capacitiesFor(Surface::MAXPOINTS));
+                            capacitiesFor(normalised));
 }
 
 }  // namespace
 
-CEType* Surface::optimizeTIN(std::vector<TPoint*>& points) {
+CEType* detail::Construction::triangulate(std::vector<TPoint*>& points, int compareUnshifted) {
   if (points.empty()) return nullptr;
   notePoints(points);
-  const detail::NormalisedPoints normalised = detail::normalise(points, COMPAREUNSHIFTED != 0);
-  MAXPOINTS = static_cast<int>(normalised.points.size());
-  for (const detail::PlacedPoint& repeat : normalised.repeats) place(*repeat.point, repeat.place);
+  const NormalisedPoints normalised = normalise(points, compareUnshifted != 0);
+  tellHosts(Surface::MAXPOINTS, normalised.points.size());
+  for (const PlacedPoint& repeat : normalised.repeats) place(*repeat.point, repeat.place);
   const std::optional<SweptTriangulation> swept = buildBySweep(normalised);
   if (!swept) return publishExact(normalised);
   CEType* tin = publishSwept(normalised, *swept);
@@ -163,6 +167,10 @@ CEType* Surface::optimizeTIN(std::vector<TPoint*>& points) {
   tin->originX_ = normalised.origin.x;
   tin->originY_ = normalised.origin.y;
   return tin;
+}
+
+CEType* Surface::optimizeTIN(std::vector<TPoint*>& points) {
+  return detail::Construction::triangulate(points, detail::hostsComparison());
 }
 
 bool Surface::isConvex(const TPoint* a, const TPoint* b, const TPoint* c, const TPoint* d) {

@@ -2,7 +2,9 @@
 // first stages, for hosts that want to look at them one by one, and the three tests beneath are those that it decides
 // by.
 //
-// Not reentrant: MAXPOINTS and FLAG are process-wide, and points are changed in place.
+// Different points may be triangulated in different threads at once. MAXPOINTS and FLAG are process-wide: constructions
+// write them, and none reads them back. COMPAREUNSHIFTED is read once a construction, when it begins; set it while no
+// other thread is in the library.
 #pragma once
 
 #include <vector>
@@ -17,7 +19,8 @@ class TPoint;
 
 class ORVIKDTM_API Surface {
  public:
-  // The number of points of the latest run of initPoins(); it sizes the lists of initCET().
+  // The number of points of the latest run of initPoins(). The lists of initCET() have room for as many, but take their
+  // number from the list that they are made of.
   static int MAXPOINTS;
 
   // Kept for hosts that read them; the construction does not.
@@ -48,7 +51,8 @@ class ORVIKDTM_API Surface {
   static PList* initPoins(std::vector<TPoint*>& points);
 
   // The first triangles: a fan from the first point off the line of points 1 and 2. Returns a new TIN that refers to
-  // the list's points; null for a null list, fewer than three points or collinear ones. Sets FLAG.
+  // the list's points, with room for as many points as that list has room for; null for a null list, fewer than three
+  // points or collinear ones. Sets FLAG.
   static CEType* initCET(PList* points);
 
   // Adds the remaining points one by one to what initCET() made of the same list. Returns a new TIN over the same three

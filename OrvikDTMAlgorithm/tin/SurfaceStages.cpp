@@ -3,11 +3,11 @@
 #include <memory>
 
 #include <OrvikDTMAlgorithm/tin/CEType.h>
+#include <OrvikDTMAlgorithm/tin/Construction.h>
 #include <OrvikDTMAlgorithm/tin/ConvexList.h>
 #include <OrvikDTMAlgorithm/tin/EList.h>
 #include <OrvikDTMAlgorithm/tin/PList.h>
 #include <OrvikDTMAlgorithm/tin/Publish.h>
-#include <OrvikDTMAlgorithm/tin/Surface.h>
 #include <OrvikDTMAlgorithm/tin/Sweep.h>
 #include <OrvikDTMAlgorithm/tin/TConvex.h>
 #include <OrvikDTMAlgorithm/tin/TEdge.h>
@@ -45,12 +45,13 @@ bool holdsFan(const CEType& tin, const Mesh& fan) {
 PList* Surface::initPoins(std::vector<TPoint*>& points) {
   std::vector<TPoint*> given;
   given.swap(points);
-  MAXPOINTS = static_cast<int>(given.size());
+  const std::size_t count = given.size();
+  detail::tellHosts(MAXPOINTS, count);
   given.erase(std::remove(given.begin(), given.end(), nullptr), given.end());
   const std::vector<Number> order = detail::sweepOrder(positionsOf(given));
   if (order.empty()) return nullptr;
   auto list = std::make_unique<PList>();
-  list->setMaxlen(MAXPOINTS);
+  list->setMaxlen(static_cast<int>(count));
   for (const Number i : order) list->add(list.get(), given[i]);
   return list.release();
 }
@@ -62,8 +63,9 @@ CEType* Surface::initCET(PList* points) {
   mesh.points = positionsOf(published);
   const Number fanEnd = detail::startFan(mesh);
   if (fanEnd == 0) return nullptr;
-  FLAG = static_cast<int>(fanEnd);
-  return detail::publishNew(mesh, published, detail::capacitiesFor(MAXPOINTS));
+  detail::tellHosts(FLAG, fanEnd);
+  const int room = std::max(points->getMaxlen(), static_cast<int>(published.size()));
+  return detail::publishNew(mesh, published, detail::capacitiesFor(room));
 }
 
 CEType* Surface::buildTIN(PList* points, CEType* cet) {

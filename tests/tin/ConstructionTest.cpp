@@ -442,13 +442,32 @@ TEST(Construction, ListsHaveRoomForTheirNumberOfPoints) {
   order->setListData({});
 }
 
+// The room is that of the list given, whatever has been constructed since it was made.
+TEST(Construction, ListsOfTheStagesHaveRoomForTheirOwnPoints) {
+  support::OwnedPoints points({{0, 0, 0}, {10, 0, 0}, {10, 10, 0}, {0, 10, 0}});
+  std::vector<TPoint*> given = points.pointers();
+  const std::unique_ptr<PList> order(Surface::initPoins(given));
+  support::OwnedPoints others({{0, 0, 0}, {10, 0, 0}, {0, 10, 0}});
+  const auto other = support::triangulate(others);
+  EXPECT_EQ(Surface::MAXPOINTS, 3);
+  const std::unique_ptr<CEType> fan(Surface::initCET(order.get()));
+  EXPECT_EQ(fan->getCList()->getMaxlen(), 4);
+  EXPECT_EQ(fan->getEList()->getMaxlen(), 36);
+  EXPECT_EQ(fan->getTList()->getMaxlen(), 12);
+  order->setListData({});
+}
+
 TEST(Construction, AnyNumberOfPointsMayBeClaimed) {
   support::OwnedPoints points({{0, 0, 0}, {10, 0, 0}, {10, 10, 0}, {0, 10, 0}});
   std::vector<TPoint*> given = points.pointers();
   const std::unique_ptr<PList> order(Surface::initPoins(given));
-  Surface::MAXPOINTS = -2000000000;
-  const std::unique_ptr<CEType> none(Surface::initCET(order.get()));
-  EXPECT_EQ(none->getEList()->getListLen(), 0);
+  for (const int room : {-2000000000, 0, 3, 1000}) {
+    Surface::MAXPOINTS = room;
+    order->setMaxlen(room);
+    const std::unique_ptr<CEType> fan(Surface::initCET(order.get()));
+    EXPECT_EQ(support::triangleCount(*fan), 1);
+    EXPECT_EQ(fan->getEList()->getMaxlen(), 9 * std::max(room, 4)) << "room for all points at least";
+  }
   order->setListData({});
 }
 
