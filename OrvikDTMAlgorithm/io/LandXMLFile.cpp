@@ -1,5 +1,6 @@
 // LandXML files (docs/landxml.md): the points and faces of the first surface definition, read through TinyXML.
 #include <array>
+#include <mutex>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -21,20 +22,27 @@ using detail::Face;
 // ---- the document
 
 // The parser's process-wide switch, which a host that uses the parser too may have turned off: runs of white space
-// become one blank while this lives. It is only touched where it differs, for other threads may be reading it.
+// become one blank while at least one of these lives, in whatever thread. The first one turns the switch on, the last
+// one turns it back; where it was on already it is not touched, for the host's own threads may be reading it.
 class CondensedWhiteSpace {
  public:
-  CondensedWhiteSpace() { set(true); }
-  ~CondensedWhiteSpace() { set(wasCondensed_); }
+  CondensedWhiteSpace() {
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (living++ != 0) return;
+    isTurnedOn = !TiXmlBase::IsWhiteSpaceCondensed();
+    if (isTurnedOn) TiXmlBase::SetCondenseWhiteSpace(true);
+  }
+  ~CondensedWhiteSpace() {
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (--living == 0 && isTurnedOn) TiXmlBase::SetCondenseWhiteSpace(false);
+  }
   CondensedWhiteSpace(const CondensedWhiteSpace&) = delete;
   CondensedWhiteSpace& operator=(const CondensedWhiteSpace&) = delete;
 
  private:
-  static void set(bool condensed) {
-    if (TiXmlBase::IsWhiteSpaceCondensed() != condensed) TiXmlBase::SetCondenseWhiteSpace(condensed);
-  }
-
-  const bool wasCondensed_ = TiXmlBase::IsWhiteSpaceCondensed();
+  inline static std::mutex mutex;
+  inline static int living = 0;
+  inline static bool isTurnedOn = false;
 };
 
 // Loads a document, all bytes being taken as they are: names and numbers are ASCII in every encoding that is in use, so

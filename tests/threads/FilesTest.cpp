@@ -4,6 +4,7 @@
 #include <fstream>
 #include <random>
 #include <sstream>
+#include <tinyxml.h>
 
 #include <OrvikDTMAlgorithm/platform/Platform.h>
 
@@ -124,6 +125,40 @@ TEST_F(Files, ReportsAreTheSame) {
     }
     return found;
   });
+}
+
+// A fan of triangles whose texts hold runs of blanks and line ends.
+std::string landXML(int thread) {
+  std::ostringstream text;
+  text << "<LandXML>\n <Surfaces><Surface><Definition surfType=\"TIN\">\n<Pnts>";
+  constexpr int kPoints = 60;
+  for (int i = 1; i <= kPoints; ++i) {
+    text << "<P id=\"" << i << "\">\n   " << i * i * 0.5 << "\n  " << 100 - i + thread << "\n " << i % 7 << "  </P>\n";
+  }
+  text << "</Pnts>\n<Faces>";
+  for (int i = 2; i < kPoints; ++i) text << "<F> 1 \n " << i << "\n" << i + 1 << " </F>";
+  text << "</Faces></Definition></Surface></Surfaces></LandXML>\n";
+  return text.str();
+}
+
+// The parser condenses white space or not for the whole process, as the host has chosen; the import needs it condensed.
+TEST_F(Files, LandXMLIsTheSameWhateverTheParserIsSetTo) {
+  for (const bool isCondensed : {true, false}) {
+    TiXmlBase::SetCondenseWhiteSpace(isCondensed);
+    expectSameAtOnce(kThreads, [this](int thread) {
+      Findings found;
+      const std::string xml = path(thread, "site.xml");
+      std::ofstream(xml) << landXML(thread);
+      for (int round = 0; round < 8; ++round) {
+        const SurfacePtr surface = load(xml, 2);
+        found.note(surface == nullptr ? std::vector<unsigned char>() : surface->toBytes());
+      }
+      return found;
+    });
+    EXPECT_EQ(TiXmlBase::IsWhiteSpaceCondensed(), isCondensed);
+    EXPECT_EQ(load(path(0, "site.xml"), 2)->getTrianglesNumber(), 58);
+  }
+  TiXmlBase::SetCondenseWhiteSpace(true);
 }
 
 TEST(Texts, ConversionsAndNumbersGiveTheSame) {
