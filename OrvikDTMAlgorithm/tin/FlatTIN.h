@@ -2,6 +2,7 @@
 // lists and points said when it was made and needs them no more. Private.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -12,6 +13,7 @@
 #include <OrvikDTMAlgorithm/tin/EditLog.h>
 #include <OrvikDTMAlgorithm/tin/HullCells.h>
 #include <OrvikDTMAlgorithm/tin/HullRing.h>
+#include <OrvikDTMAlgorithm/tin/MadeOnce.h>
 #include <OrvikDTMAlgorithm/tin/Mesh.h>
 #include <OrvikDTMAlgorithm/tin/MovedVertices.h>
 #include <OrvikDTMAlgorithm/tin/Orientation.h>
@@ -228,9 +230,18 @@ class FlatTIN {
   Holders holdersOf(const Position& p) const;
   int firstAccepting(const Position& p, const ScanOrder& order) const;
 
-  const Index& index() const;
-  const Starts& starts() const;
-  const SideTree& sides() const;
+  const Index& index() const {
+    return index_.get([this] { return newIndex(); });
+  }
+  const Starts& starts() const {
+    return starts_.get([this] { return newStarts(); });
+  }
+  const SideTree& sides() const {
+    return sides_.get([this] { return newSides(); });
+  }
+  std::unique_ptr<const Index> newIndex() const;
+  std::unique_ptr<const Starts> newStarts() const;
+  std::unique_ptr<const SideTree> newSides() const;
 
   std::vector<Number> slots_;
   std::vector<Record> records_;
@@ -243,10 +254,7 @@ class FlatTIN {
   // Whether every point, but for those on edges, lies in as many triangles as the ring goes round it.
   bool covers_ = false;
 
-  // Made when they are first needed.
-  mutable std::unique_ptr<const Index> index_;
-  mutable std::unique_ptr<const Starts> starts_;
-  mutable std::unique_ptr<const SideTree> sides_;
+  // Made when they are first needed, for queries of the TIN alone.
   mutable std::optional<Memory> memory_;
 
   // The vertices beside whole thousandths, by these.
@@ -259,10 +267,16 @@ class FlatTIN {
   };
   mutable std::unique_ptr<const Numbers> numbers_;
 
-  mutable int movesInsteadOfIndex_ = 0;
+  // What follows changes although the copy does not: a TIN and the comparisons in which it took part may have one copy,
+  // and go on different threads. No answer depends on the two counts, only the way to it.
+  MadeOnce<Index> index_;
+  MadeOnce<Starts> starts_;
+  MadeOnce<SideTree> sides_;
+
+  mutable std::atomic<int> movesInsteadOfIndex_ = 0;
 
   // How many triangles have been tested, beyond the few that a query is worth, because their boxes hold a point.
-  mutable std::size_t testedInVain_ = 0;
+  mutable std::atomic<std::size_t> testedInVain_ = 0;
 };
 
 }  // namespace detail

@@ -52,8 +52,7 @@ void fillGaps(const CellGrid& grid, std::vector<Number>& slots) {
 
 }  // namespace
 
-const FlatTIN::Index& FlatTIN::index() const {
-  if (index_ != nullptr) return *index_;
+std::unique_ptr<const FlatTIN::Index> FlatTIN::newIndex() const {
   std::vector<NumberedBox> boxes;
   std::vector<NumberedBox> farBoxes;
   reserveLarge(boxes, records_.size());
@@ -74,12 +73,10 @@ const FlatTIN::Index& FlatTIN::index() const {
       farBoxes.push_back({widened, item.number});
     }
   }
-  index_ = std::make_unique<Index>(Index{BoxTree(boxes), BoxTree(farBoxes), reach});
-  return *index_;
+  return std::make_unique<const Index>(Index{BoxTree(boxes), BoxTree(farBoxes), reach});
 }
 
-const FlatTIN::Starts& FlatTIN::starts() const {
-  if (starts_ != nullptr) return *starts_;
+std::unique_ptr<const FlatTIN::Starts> FlatTIN::newStarts() const {
   auto made = std::make_unique<Starts>();
   Box bounds{0, 0, 0, 0};
   for (int slot = 1; slot <= triangleCount(); ++slot) {
@@ -94,13 +91,11 @@ const FlatTIN::Starts& FlatTIN::starts() const {
     if (made->grid.covers(middle)) made->slots[made->grid.cellOf(middle)] = static_cast<Number>(slot);
   }
   fillGaps(made->grid, made->slots);
-  starts_ = std::move(made);
-  return *starts_;
+  return made;
 }
 
 // Every side once; its number tells a triangle that has it, and which of its edges it is.
-const SideTree& FlatTIN::sides() const {
-  if (sides_ != nullptr) return *sides_;
+std::unique_ptr<const SideTree> FlatTIN::newSides() const {
   std::vector<NumberedSide> sides;
   for (int slot = 1; slot <= triangleCount(); ++slot) {
     for (int which = 0; which < kEdgesOfTriangle; ++which) {
@@ -110,8 +105,7 @@ const SideTree& FlatTIN::sides() const {
       }
     }
   }
-  sides_ = std::make_unique<SideTree>(sides);
-  return *sides_;
+  return std::make_unique<const SideTree>(sides);
 }
 
 // Of a network that covers each place as often as its ring goes round it: the slot of a triangle that holds p, 0 when
@@ -134,7 +128,7 @@ int FlatTIN::fromSides(const Position& p) const {
 // Whether boxes tell triangles apart so badly, as they do the slivers of a fan, that to sort the sides has paid.
 bool FlatTIN::isCrowded() const {
   constexpr std::size_t kTestsPerTriangle = 8;
-  return testedInVain_ > kTestsPerTriangle * records_.size();
+  return testedInVain_.load(std::memory_order_relaxed) > kTestsPerTriangle * records_.size();
 }
 
 }  // namespace detail

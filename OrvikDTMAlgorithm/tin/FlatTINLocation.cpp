@@ -230,15 +230,16 @@ int FlatTIN::fromStart(const Position& p) const {
   if (!near.grid.covers(p)) return 0;
   Walk walk = walkFrom(static_cast<int>(near.slots[near.grid.cellOf(p)]));
   goOn(walk, p, kMovesFromStart);
-  if (walk.state == Walk::State::kOnTheWay && index_ == nullptr) goOnInsteadOfIndex(walk, p);
+  if (walk.state == Walk::State::kOnTheWay && !index_.isMade()) goOnInsteadOfIndex(walk, p);
   return walk.state == Walk::State::kFound ? walk.slot : 0;
 }
 
 // A long walk is cheaper than making the index, until all of these together are as long as there are triangles.
 void FlatTIN::goOnInsteadOfIndex(Walk& walk, const Position& p) const {
   const int before = walk.movesLeft;
-  goOn(walk, p, triangleCount() - movesInsteadOfIndex_);
-  movesInsteadOfIndex_ = std::min(triangleCount(), movesInsteadOfIndex_ + before - walk.movesLeft);
+  const int made = movesInsteadOfIndex_.load(std::memory_order_relaxed);
+  goOn(walk, p, triangleCount() - made);
+  movesInsteadOfIndex_.store(std::min(triangleCount(), made + before - walk.movesLeft), std::memory_order_relaxed);
 }
 
 FlatTIN::Holders FlatTIN::holdersOf(const Position& p, const ScanOrder& order) const {
@@ -252,7 +253,7 @@ FlatTIN::Holders FlatTIN::holdersOf(const Position& p, const ScanOrder& order) c
     ++result.count;
     if (result.first == 0 || order.placeOf(numberOf(slot)) < order.placeOf(numberOf(result.first))) result.first = slot;
   });
-  if (tested > kTestsWorthAQuery) testedInVain_ += tested;
+  if (tested > kTestsWorthAQuery) testedInVain_.fetch_add(tested, std::memory_order_relaxed);
   return result;
 }
 

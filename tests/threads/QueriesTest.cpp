@@ -1,4 +1,5 @@
 // Queries, edits and volumes of different surfaces in different threads.
+#include <OrvikDTMAlgorithm/tin/FlatTIN.h>
 #include <OrvikDTMAlgorithm/tin/Triangle3.h>
 
 #include "AtOnce.h"
@@ -148,6 +149,75 @@ TEST(Queries, LevelsWithinBoundariesAcrossTheAxesGiveTheSame) {
   };
   expectSameAtOnce(kThreads, job);
   EXPECT_EQ(Surface::COMPAREUNSHIFTED, 0);
+}
+
+// Slivers around a corner: the way from one to another leads through all between them.
+Positions fan(int slivers) {
+  Positions positions = {{0, 0, 0}};
+  for (int i = 0; i <= slivers; ++i) {
+    const double angle = 1.5 * i / slivers;
+    positions.push_back({300 * std::cos(angle), 300 * std::sin(angle), 0.1 * (i % 100)});
+  }
+  return positions;
+}
+
+// A network and the comparisons in which it took part ask one copy of it, and may go on different threads.
+TEST(Queries, OneCopyOfANetworkAnswersAllThreads) {
+  for (const Positions& positions : {fan(2000), sites::scattered(1, 500), sites::turnedGrid(1, 20)}) {
+    const SurfacePtr surface = surfaceOf(positions);
+    const CEType& tin = *surface->getCEType();
+    const std::vector<double> extent = tin.getRangeXY();
+    const auto ask = [&extent](const detail::FlatTIN& copy, int thread) {
+      Findings found;
+      inputs::Random random(static_cast<std::uint64_t>(thread));
+      int last = 1;
+      for (int i = 0; i < 60; ++i) {
+        const double x = extent[3] + (extent[2] - extent[3]) * random.unit();
+        const double y = extent[1] + (extent[0] - extent[1]) * random.unit();
+        found.note(copy.locate(x, y, last));
+        found.note(copy.locate(x, y, 1 + i, last));
+        found.note(copy.scan(x, y, last));
+        copy.visitBoxes(x, y, x, y, [&found](int tri) { found.note(tri); });
+      }
+      return found;
+    };
+    const std::shared_ptr<const detail::FlatTIN> asked = detail::FlatTIN::of(tin);
+    const std::vector<Findings> together = atOnce(kThreads, [&](int thread) { return ask(*asked, thread); });
+    const std::shared_ptr<const detail::FlatTIN> fresh = detail::FlatTIN::of(tin);
+    for (int i = 0; i < kThreads; ++i) {
+      EXPECT_TRUE(together[static_cast<std::size_t>(i)] == ask(*fresh, i)) << "thread " << i;
+    }
+  }
+}
+
+// The pieces of a comparison are made on demand, while the other network may be asked.
+TEST(Queries, TheOtherNetworkIsAskedWhileThePiecesAreMade) {
+  const SurfacePtr ground = surfaceOf({{200, 150, 1}, {204, 150, 2}, {200, 154, 3}, {204.1, 154.15, 4}});
+  const SurfacePtr design = surfaceOf(fan(100));
+  const auto measure = [&] {
+    Findings found;
+    noteVolume(ground->getFillCut(design->getCEType()), found);
+    return found;
+  };
+  const auto ask = [&](int thread) {
+    Findings found;
+    if (thread == 0) {
+      notePieces(*ground->getCEType(), found);
+      return found;
+    }
+    CEType& tin = *design->getCEType();
+    for (int i = 0; i < 60; ++i) {
+      const double x = 4.0 * (i * 37 % 60);
+      found.note(tin.getHeight(x, 240 - x));
+      found.note(tin.locateTri1(x, 240 - x));
+    }
+    return found;
+  };
+  const Findings before = measure();
+  const std::vector<Findings> together = atOnce(2, ask);
+  EXPECT_TRUE(before == measure());
+  EXPECT_TRUE(together[0] == ask(0));
+  EXPECT_TRUE(together[1] == ask(1));
 }
 
 TEST(Queries, LibrariesOfSurfacesGiveTheSame) {
