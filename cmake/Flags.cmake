@@ -17,6 +17,9 @@ if(ORVIKDTM_SANITIZE_THREADS)
   target_compile_options(orvikdtm_flags INTERFACE -fsanitize=thread)
   target_link_options(orvikdtm_flags INTERFACE -fsanitize=thread)
 endif()
+if(ORVIKDTM_SANITIZE OR ORVIKDTM_SANITIZE_THREADS)  # gcc and clang tell programs in different ways
+  target_compile_definitions(orvikdtm_flags INTERFACE ORVIKDTM_SANITIZED)
+endif()
 if(ORVIKDTM_FUZZ)  # the library tells the fuzzer where an input has led
   target_compile_options(orvikdtm_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()

@@ -27,12 +27,28 @@ void release(const RangePoint* vertex) {
   delete vertex;
 }
 
-// Hands out the boundary's own records. The callback may edit the boundary: what it has deleted is left out.
-void handOutVertices() {
+void releaseAll(std::vector<RangePoint*>& vertices) {
+  for (const RangePoint* vertex : vertices) release(vertex);
+  vertices.clear();
+}
+
+// Vertices that are not the boundary's yet.
+struct NewVertices {
+  NewVertices() = default;
+  ~NewVertices() { releaseAll(list); }
+  NewVertices(const NewVertices&) = delete;
+  NewVertices& operator=(const NewVertices&) = delete;
+
+  std::vector<RangePoint*> list;
+};
+
+// Hands out the boundary's own records, which are these. The callback may edit the boundary: what it has deleted is
+// left out.
+void handOutVertices(const std::vector<RangePoint*>& vertices) {
   if (flatState().callbacks.rangePoint == nullptr) return;
   const std::vector<RangePoint*>& now = flatState().rangePoints;
   detail::StillListed stillListed;
-  for (RangePoint* vertex : std::vector<RangePoint*>(now)) {
+  for (RangePoint* vertex : vertices) {
     if (stillListed.in(now, vertex) && !handOut(&detail::Callbacks::rangePoint, vertex)) return;
   }
 }
@@ -68,10 +84,21 @@ int deleteRangePoint(unsigned int index) {
 int loadRangePointFile(const char* path, bool* first, bool* second) {
   return guarded([&] {
     auto& vertices = flatState().rangePoints;
-    if (!DTMFileOperation().loadRangePointFile(path, first, second, vertices)) return 0;
-    const int found = vertices.empty() ? 0 : 1;
-    handOutVertices();
-    return found;
+    bool switches[2] = {};
+    NewVertices read;
+    read.list.reserve(1);
+    read.list.push_back(newVertex("", 0.0, 0.0, 0.0).release());  // goes unless the file is not even looked at
+    if (!DTMFileOperation().loadRangePointFile(path, &switches[0], &switches[1], read.list)) {
+      if (read.list.empty()) releaseAll(vertices);
+      return 0;
+    }
+    const std::vector<RangePoint*> loaded = read.list;
+    if (first != nullptr) *first = switches[0];
+    if (second != nullptr) *second = switches[1];
+    vertices.swap(read.list);
+    releaseAll(read.list);
+    handOutVertices(loaded);
+    return loaded.empty() ? 0 : 1;
   });
 }
 

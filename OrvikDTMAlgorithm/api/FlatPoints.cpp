@@ -27,15 +27,9 @@ std::unique_ptr<SurfacePoint> newPoint(const char* name, double n, double e, dou
   return point;
 }
 
-// Appends a point, which is the surface's then, unless memory runs out before its list has taken it.
+// Appends a point, which is the surface's then.
 int append(DTMSurface& surface, std::unique_ptr<SurfacePoint> point) {
-  const int length = surface.getPointsNumber();
-  try {
-    surface.addSurfacePoint(point.get(), kAppend);
-  } catch (...) {
-    if (surface.getPointsNumber() > length) static_cast<void>(point.release());
-    throw;
-  }
+  surface.addSurfacePoint(point.get(), kAppend);
   static_cast<void>(point.release());
   return 1;
 }
@@ -64,16 +58,31 @@ int handOutPoints(const DTMSurfaceLib& library, unsigned int index) {
   return points.empty() ? 0 : 1;
 }
 
-// Hands out copies, which are the callback's. All are made before the first goes, since the callback may edit the
-// surface; those that find no callback any more are freed.
-void handOutCopies(const std::vector<SurfacePoint*>& points) {
-  const detail::Callbacks& registered = flatState().callbacks;
-  if (registered.surfacePoint == nullptr) return;
-  std::vector<std::unique_ptr<SurfacePoint>> copies;
+using Copies = std::vector<std::unique_ptr<SurfacePoint>>;
+
+Copies copiesOf(const std::vector<SurfacePoint*>& points) {
+  Copies copies;
   copies.reserve(points.size());
   for (const SurfacePoint* point : points) copies.emplace_back(point->clone());
+  return copies;
+}
+
+// The points that a surface has just read, as copies for the callback. Without memory for them the surface does not
+// keep the points either.
+Copies copiesOfRead(const std::vector<SurfacePoint*>& points, DTMSurface& surface) {
+  try {
+    return copiesOf(points);
+  } catch (...) {
+    detail::ListedPoints::dropLast(surface, points.size());
+    throw;
+  }
+}
+
+// Hands out copies, which are the callback's. All were made before the first goes, since the callback may edit the
+// surface; those that find no callback any more are freed.
+void handOutCopies(Copies copies) {
   for (std::unique_ptr<SurfacePoint>& copy : copies) {
-    if (registered.surfacePoint == nullptr) return;
+    if (flatState().callbacks.surfacePoint == nullptr) return;
     handOut(&detail::Callbacks::surfacePoint, copy.release());
   }
 }
@@ -88,8 +97,9 @@ int updateSurfacePoint(unsigned int index, unsigned int pointIndex, const char* 
                        double z) {
   return withSurface(index, [&](DTMSurface& surface) {
     std::unique_ptr<SurfacePoint> point = newPoint(pointName, n, e, z);
-    const bool hasEntry = pointIndex < static_cast<unsigned int>(surface.getPointsNumber());
-    return hasEntry ? surface.updateSurfacePoint(pointIndex, point.release()) : 0;
+    if (surface.updateSurfacePoint(pointIndex, point.get()) == 0) return 0;
+    static_cast<void>(point.release());
+    return 1;
   });
 }
 
@@ -105,7 +115,7 @@ int loadSurfacePointsFile(unsigned int index, const char* path) {
   return withSurface(index, [&](DTMSurface& surface) {
     std::vector<SurfacePoint*> read;
     surface.loadSurfacePointsFile(path, read);
-    handOutCopies(read);
+    if (flatState().callbacks.surfacePoint != nullptr) handOutCopies(copiesOfRead(read, surface));
     return read.empty() ? 0 : 1;
   });
 }

@@ -7,7 +7,8 @@
  *     callbacks, and one boundary that is being edited. All surface indices are positions, from 0, in the current
  *     library; deleting a surface moves later ones down by one. An index that names nothing changes nothing.
  *  2. Results. An int is 1 for success and 0 for failure, a pointer is null on failure. No exception and no message
- *     leaves a function, and no failure ends the process: when memory runs out that is a failure like any other.
+ *     leaves a function, and no failure ends the process: when memory runs out that is a failure like any other, and
+ *     what the function would have changed is as it was.
  *  3. Axes. n is the northing (y), e the easting (x), z the elevation. Records and arguments have n before e; a preview
  *     has x before y.
  *  4. Units. Coordinates and lengths are in one plane unit (metres as a rule), areas in its square, volumes

@@ -40,7 +40,7 @@ class ORVIKDTM_API DTMFileOperation {
 
   // Reads a boundary file (".waa" or ".csv", any case): two switches, then a vertex a line (name, northing, easting and
   // perhaps elevation). The records in `out` are released first; the new ones, made with `new`, are the caller's. False
-  // for another extension, with `out` untouched, and for a file that cannot be read.
+  // for another extension and when memory runs out, with `out` untouched, and for a file that cannot be read.
   bool loadRangePointFile(const char* path, bool* first, bool* second, std::vector<RangePoint*>& out);
 
   // Writes one, with coordinates of six significant digits. False when it cannot be written whole.

@@ -2,13 +2,13 @@
 #include <charconv>
 #include <memory>
 #include <string_view>
-#include <utility>
 
 #include <OrvikDTMAlgorithm/platform/Platform.h>
 #include <OrvikDTMAlgorithm/surface/DTMSurface.h>
 #include <OrvikDTMAlgorithm/surface/Name.h>
 #include <OrvikDTMAlgorithm/surface/SurfacePoint.h>
 #include <OrvikDTMAlgorithm/tin/CEType.h>
+#include <OrvikDTMAlgorithm/tin/NewObjects.h>
 
 inline namespace OrvikDTM {
 namespace {
@@ -30,29 +30,9 @@ void setCountedName(SurfacePoint& point, int number) {
   point.setSurfacePointName(name);
 }
 
-// Records that nobody else owns yet.
-class NewRecords {
- public:
-  NewRecords() = default;
-  ~NewRecords() {
-    for (const SurfacePoint* record : records_) delete record;
-  }
-  NewRecords(const NewRecords&) = delete;
-  NewRecords& operator=(const NewRecords&) = delete;
-
-  void reserve(std::size_t count) { records_.reserve(count); }
-  void add(const SurfacePoint& point) { records_.push_back(new SurfacePoint(point)); }
-  std::vector<SurfacePoint*> take() { return std::exchange(records_, {}); }
-  bool areThere() const { return !records_.empty(); }
-
- private:
-  std::vector<SurfacePoint*> records_;
-};
-
 // One record for every point of the TIN, named by its number, counted from 0.
-void makeRecords(const CEType& model, const char* surfaceName, NewRecords& records) {
-  const std::vector<TPoint*> points = model.getOriginalList();
-  records.reserve(points.size());
+void makeRecords(const std::vector<TPoint*>& points, const char* surfaceName,
+                 detail::NewObjects<SurfacePoint>& records) {
   SurfacePoint record;
   record.setSurfaceName(surfaceName);
   int number = 0;
@@ -73,19 +53,21 @@ bool DTMSurface::adoptImport(CEType* model, const char* path) {
   if (imported == nullptr) return false;
   char name[kNameSize];
   copyName(name, nameWithoutFolder(path));
-  NewRecords records;
-  makeRecords(*imported, name, records);
+  const std::vector<TPoint*> points = imported->getOriginalList();
+  detail::NewObjects<SurfacePoint> records(points.size());
+  makeRecords(points, name, records);
+  const Statistics figures = statisticsOf(*imported);
 
   dropModel();
   ceType = imported.release();
   copyName(surfaceName, name);
-  if (records.areThere()) {
+  if (!records.all().empty()) {
     surfacePoints = records.take();
     pointsNumber = getPointsNumber();
     arrayBegin = nullptr;
     arrayEnd = nullptr;
   }
-  refreshStatistics();
+  statistics = figures;
   return true;
 }
 

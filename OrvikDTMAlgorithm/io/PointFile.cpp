@@ -1,7 +1,6 @@
 // Survey point files: one point per line, "name,code,easting,northing,elevation". The code is not kept; further fields
 // are ignored, and so are lines with fewer.
 #include <exception>
-#include <memory>
 #include <string>
 
 #include <OrvikDTMAlgorithm/io/PointLines.h>
@@ -9,6 +8,8 @@
 #include <OrvikDTMAlgorithm/report/U.h>
 #include <OrvikDTMAlgorithm/surface/DTMSurface.h>
 #include <OrvikDTMAlgorithm/surface/SurfacePoint.h>
+#include <OrvikDTMAlgorithm/tin/Construction.h>
+#include <OrvikDTMAlgorithm/tin/NewObjects.h>
 
 inline namespace OrvikDTM {
 namespace {
@@ -17,11 +18,26 @@ bool isPointFile(const char* path) {
   return path != nullptr && (U::endsWith(path, ".dat") || U::endsWith(path, ".csv"));
 }
 
-// Appends a record to the list of its owner, then to that of the reader.
-void append(const SurfacePoint& point, std::vector<SurfacePoint*>& owner, std::vector<SurfacePoint*>& out) {
-  auto record = std::make_unique<SurfacePoint>(point);
-  owner.push_back(record.get());
-  out.push_back(record.release());
+using NewPoints = detail::NewObjects<SurfacePoint>;
+
+void readPoints(const char* path, const char* surfaceName, NewPoints& points) {
+  std::string contents;
+  if (!detail::readWholeFile(path, contents)) return;
+  detail::NoAccount none;
+  detail::readPointLines(contents, none, [&](SurfacePoint& point) {
+    point.setSurfaceName(surfaceName);
+    points.add(point);
+  });
+}
+
+// Hands the points to the list of their owner, and lists them for the reader: all of them, or none when memory runs
+// out.
+void append(NewPoints& points, std::vector<SurfacePoint*>& owner, std::vector<SurfacePoint*>& out) {
+  owner.reserve(owner.size() + points.all().size());
+  out.reserve(out.size() + points.all().size());
+  owner.insert(owner.end(), points.all().begin(), points.all().end());
+  const std::vector<SurfacePoint*> handedOver = points.take();
+  out.insert(out.end(), handedOver.begin(), handedOver.end());
 }
 
 }  // namespace
@@ -29,18 +45,20 @@ void append(const SurfacePoint& point, std::vector<SurfacePoint*>& owner, std::v
 void DTMSurface::loadSurfacePointsFile(const char* path, std::vector<SurfacePoint*>& out) {
   if (!isPointFile(path)) return;
   try {
-    std::string contents;
-    if (!detail::readWholeFile(path, contents)) return;
-    detail::NoAccount none;
-    detail::readPointLines(contents, none, [&](SurfacePoint& point) {
-      point.setSurfaceName(surfaceName);
-      append(point, surfacePoints, out);
-    });
-    if (out.empty()) return;
-    pointsNumber += static_cast<int>(out.size());
-    rebuild();
+    NewPoints points(0);
+    readPoints(path, surfaceName, points);
+    append(points, surfacePoints, out);
   } catch (const std::exception&) {
-    dropModel();  // out of memory: the points read so far stay, and the next use of the TIN builds it from them
+    return;
+  }
+  if (out.empty()) return;
+  pointsNumber += static_cast<int>(out.size());
+  dropModel();
+  promisedComparison = detail::hostsComparison();
+  try {
+    build(promisedComparison);
+  } catch (const std::exception&) {
+    modelPromised = true;  // out of memory: the next look builds it
   }
 }
 

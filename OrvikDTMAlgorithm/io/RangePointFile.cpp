@@ -1,6 +1,6 @@
 // Boundary files: two switches, then one vertex a line, "name,northing,easting[,elevation]". What the switches mean is
 // the host's business.
-#include <memory>
+#include <new>
 
 #include <OrvikDTMAlgorithm/io/DTMFileOperation.h>
 #include <OrvikDTMAlgorithm/io/PointLines.h>
@@ -10,6 +10,7 @@
 #include <OrvikDTMAlgorithm/surface/Name.h>
 #include <OrvikDTMAlgorithm/surface/RangePoint.h>
 #include <OrvikDTMAlgorithm/surface/ReleasedMeanwhile.h>
+#include <OrvikDTMAlgorithm/tin/NewObjects.h>
 
 inline namespace OrvikDTM {
 namespace {
@@ -18,35 +19,52 @@ bool isRangePointFile(const char* path) {
   return path != nullptr && (U::endsWith(path, ".waa") || U::endsWith(path, ".csv"));
 }
 
+using NewVertices = detail::NewObjects<RangePoint>;
+
+void releaseAll(std::vector<RangePoint*>& vertices) {
+  for (const RangePoint* vertex : vertices) {
+    detail::ReleasedMeanwhile::note(vertex);
+    delete vertex;
+  }
+  vertices.clear();
+}
+
 std::string lineOf(const RangePoint& vertex) {
   std::string line(vertex.name, strnlen(vertex.name, kNameSize));
   for (const double v : {vertex.n, vertex.e, vertex.z}) line.append(",").append(detail::generalText(v));
   return line.append("\n");
 }
 
+// Everything is read before anything is released.
+bool replaceBy(const char* path, bool* first, bool* second, std::vector<RangePoint*>& out) {
+  std::string contents;
+  if (!detail::readFittingFile(path, contents)) {
+    releaseAll(out);
+    return false;
+  }
+  std::string_view rest = detail::withoutByteOrderMark(contents);
+  bool switches[2] = {};
+  detail::NoAccount none;
+  for (bool& value : switches) value = detail::takeSwitch(rest, none);
+  NewVertices vertices(0);
+  detail::readVertexLines(rest, none, [&vertices](const RangePoint& vertex) { vertices.add(vertex); });
+
+  if (first != nullptr) *first = switches[0];
+  if (second != nullptr) *second = switches[1];
+  releaseAll(out);
+  out = vertices.take();
+  return true;
+}
+
 }  // namespace
 
 bool DTMFileOperation::loadRangePointFile(const char* path, bool* first, bool* second, std::vector<RangePoint*>& out) {
   if (!isRangePointFile(path)) return false;
-  for (const RangePoint* vertex : out) {
-    detail::ReleasedMeanwhile::note(vertex);
-    delete vertex;
+  try {
+    return replaceBy(path, first, second, out);
+  } catch (const std::bad_alloc&) {
+    return false;
   }
-  out.clear();
-  std::string contents;
-  if (!detail::readWholeFile(path, contents)) return false;
-  std::string_view rest = detail::withoutByteOrderMark(contents);
-  detail::NoAccount none;
-  for (bool* value : {first, second}) {
-    const bool isOn = detail::takeSwitch(rest, none);
-    if (value != nullptr) *value = isOn;
-  }
-  detail::readVertexLines(rest, none, [&out](const RangePoint& vertex) {
-    auto record = std::make_unique<RangePoint>(vertex);
-    out.push_back(record.get());
-    record.release();
-  });
-  return true;
 }
 
 bool DTMFileOperation::saveRangePointFile(const char* path, bool first, bool second,

@@ -1,10 +1,10 @@
 // A surface to bytes and back.
-#include <cstring>
 #include <memory>
 
 #include <OrvikDTMAlgorithm/io/ByteReader.h>
 #include <OrvikDTMAlgorithm/io/ByteVector.h>
 #include <OrvikDTMAlgorithm/io/SurfaceBlock.h>
+#include <OrvikDTMAlgorithm/tin/NewObjects.h>
 
 inline namespace OrvikDTM {
 namespace {
@@ -14,26 +14,7 @@ using detail::SurfaceBlock;
 // The version of the format that holds a TIN behind the points.
 constexpr int kVersionWithTIN = 1;
 
-// Records that nobody owns yet.
-class NewPoints {
- public:
-  explicit NewPoints(std::size_t count) { points_.reserve(count); }
-  ~NewPoints() {
-    for (const SurfacePoint* point : points_) delete point;
-  }
-  NewPoints(const NewPoints&) = delete;
-  NewPoints& operator=(const NewPoints&) = delete;
-
-  SurfacePoint& add(const SurfacePoint& point) { return *points_.emplace_back(new SurfacePoint(point)); }
-
-  void handOverTo(std::vector<SurfacePoint*>& owner) {
-    owner = std::move(points_);
-    points_.clear();
-  }
-
- private:
-  std::vector<SurfacePoint*> points_;
-};
+using NewPoints = detail::NewObjects<SurfacePoint>;
 
 void readPoints(detail::RecordReader records, std::size_t count, const char* surfaceName,
                 const detail::NameField& names, NewPoints& points) {
@@ -82,32 +63,34 @@ bool DTMSurface::parse(detail::ByteReader& reader, int version, WithoutPoints wi
   NewPoints points(replacesPoints ? static_cast<std::size_t>(count) : 0);
   if (replacesPoints) readPoints(*records, static_cast<std::size_t>(count), name, names, points);
   const bool replacesTIN = fits && version == kVersionWithTIN;
-  std::unique_ptr<CEType> tin;
-  if (replacesTIN) tin = detail::readTIN(reader);
-
   if (!replacesTIN) keepPromise();  // something of the promised TIN stays: itself, or its extent
-  std::memcpy(surfaceName, name, kNameSize);
-  readStatistics(head + SurfaceBlock::kTriangleCountOffset);
+  Statistics figures = statistics;  // the extent may stay
+  readStatistics(head + SurfaceBlock::kTriangleCountOffset, figures);
+  std::unique_ptr<CEType> tin;
+  if (replacesTIN) {
+    tin = detail::readTIN(reader);
+    figures.setExtentOf(tin.get());
+  }
+
   if (replacesTIN || replacesPoints)
     dropModel();  // also one that version 1 does not replace: it is that of other points
+  copyName(surfaceName, name);
+  statistics = figures;
   if (replacesPoints) {
-    points.handOverTo(surfacePoints);
+    surfacePoints = points.take();
     pointsNumber = count;
     arrayBegin = nullptr;
     arrayEnd = nullptr;
   }
-  if (replacesTIN) {
-    ceType = tin.release();
-    refreshExtent();
-  }
+  if (replacesTIN) ceType = tin.release();
   return fits;
 }
 
-void DTMSurface::readStatistics(const unsigned char* bytes) {
-  statistics.trianglesNumber = detail::readInt32(bytes);
+void DTMSurface::readStatistics(const unsigned char* bytes, Statistics& figures) {
+  figures.trianglesNumber = detail::readInt32(bytes);
   bytes += detail::kInt32Bytes;
-  for (double* v : {&statistics.twoDArea, &statistics.threeDArea, &statistics.minElev, &statistics.maxElev,
-                    &statistics.perimeterTwoD, &statistics.perimeterThreeD}) {
+  for (double* v : {&figures.twoDArea, &figures.threeDArea, &figures.minElev, &figures.maxElev, &figures.perimeterTwoD,
+                    &figures.perimeterThreeD}) {
     *v = detail::readDouble(bytes);
     bytes += detail::kDoubleBytes;
   }

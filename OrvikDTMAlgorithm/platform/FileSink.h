@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <memory>
+#include <string>
 #include <string_view>
 
 inline namespace OrvikDTM {
@@ -12,8 +13,10 @@ namespace detail {
 
 class FileSink {
  public:
-  // Writes to `file`, which stays its owner's. Nothing more than the buffer is allocated.
-  explicit FileSink(std::FILE* file);
+  // Writes to the file that it is given before the first piece, which stays its owner's. Nothing more than the buffer
+  // is allocated, and that at once.
+  FileSink();
+  void writeTo(std::FILE* file);
   FileSink(const FileSink&) = delete;
   FileSink& operator=(const FileSink&) = delete;
 
@@ -24,6 +27,10 @@ class FileSink {
     used_ += bytes;
     return piece;
   }
+
+  // Without a file: keeps the bytes, of which there will be `size`, in memory.
+  void keep(std::size_t size) { kept_.reserve(size); }
+  const std::string& kept() const { return kept_; }
 
   // Appends bytes, as many as there are.
   void append(std::string_view bytes);
@@ -39,10 +46,11 @@ class FileSink {
   void writeOut();
   void write(const void* bytes, std::size_t count);
 
-  std::FILE* file_;
+  std::FILE* file_ = nullptr;
   std::unique_ptr<unsigned char[]> buffer_;
   std::size_t used_ = 0;
   bool failed_ = false;
+  std::string kept_;
 };
 
 }  // namespace detail

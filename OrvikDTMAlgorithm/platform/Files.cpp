@@ -28,7 +28,10 @@ bool isInterrupted(std::FILE* file) {
 
 }  // namespace
 
-FileSink::FileSink(std::FILE* file) : file_(file), buffer_(std::make_unique_for_overwrite<unsigned char[]>(kCapacity)) {
+FileSink::FileSink() : buffer_(std::make_unique_for_overwrite<unsigned char[]>(kCapacity)) {}
+
+void FileSink::writeTo(std::FILE* file) {
+  file_ = file;
   std::setvbuf(file, nullptr, _IONBF, 0);  // the buffer here is the only one
 }
 
@@ -49,6 +52,10 @@ void FileSink::writeOut() {
 
 void FileSink::write(const void* bytes, std::size_t count) {
   const char* next = static_cast<const char*>(bytes);
+  if (file_ == nullptr) {
+    kept_.append(next, count);
+    return;
+  }
   while (!failed_ && count > 0) {
     errno = 0;
     const std::size_t written = std::fwrite(next, 1, count, file_);
@@ -69,6 +76,7 @@ namespace {
 template <typename Contents>
 bool readAll(const char* path, Contents& contents) {
   const File file = path == nullptr ? nullptr : openFile(existingPath(path), kReadBytes);
+  if (!file && path != nullptr && errno == ENOMEM) throw std::bad_alloc();
   if (!file) return false;
   std::setvbuf(file.get(), nullptr, _IONBF, 0);  // straight to where it stays
   // One byte more than the size tells the end of an ordinary file in one read; pipes and the like have no size and are
@@ -136,16 +144,8 @@ class Unfinished {
   std::string path_;
 };
 
-// Whether opening or reading what an entry of a folder leads to may never come to an end.
-bool mayHaveNoEnd(const fs::directory_entry& entry) {
-  std::error_code ignored;
-  const fs::file_type type = entry.status(ignored).type();
-  return type == fs::file_type::fifo || type == fs::file_type::character || type == fs::file_type::block ||
-         type == fs::file_type::socket;
-}
-
-bool fillAndClose(File file, const FillFile& fill) {
-  FileSink sink(file.get());
+bool fillAndClose(File file, FileSink& sink, const FillFile& fill) {
+  sink.writeTo(file.get());
   fill(sink);
   const bool stored = sink.finish() && flushToDisk(file.get());
   return std::fclose(file.release()) == 0 && stored;
@@ -159,17 +159,23 @@ struct Contents {
 };
 
 bool writeInPlace(const std::string& target, const Contents& contents) {
+  FileSink sink;
   File file = openFile(target, contents.mode);
-  return file && fillAndClose(std::move(file), contents.fill);
+  return file && fillAndClose(std::move(file), sink, contents.fill);
 }
 
-// Opening empties the old file, so that is not done where the new contents would find no room. A new file that was cut
-// short is removed.
+// Opening empties the old file, so that is not done where the new contents would find no room, nor before they are all
+// there: filling may run out of memory. A new file that was cut short is removed.
 bool writeOver(const std::string& target, std::uintmax_t size, const Contents& contents) {
   if (!hasRoomInPlaceOf(target, size)) return false;
+  FileSink memory;
+  memory.keep(contents.size);
+  contents.fill(memory);
+  memory.finish();
+  const FillFile copy = [&memory](FileSink& sink) { sink.append(memory.kept()); };
   std::error_code ignored;
   const bool isNew = !fs::exists(target, ignored);
-  const bool whole = writeInPlace(target, contents);
+  const bool whole = writeInPlace(target, {contents.mode, contents.size, copy});
   if (!whole && isNew) std::remove(target.c_str());
   return whole;
 }
@@ -179,7 +185,8 @@ bool writeByReplacing(const std::string& target, const Contents& contents) {
   if (!beside.file) return beside.folderRefuses && writeOver(target, contents.size, contents);
   Unfinished unfinished(std::move(beside.path));
   if (!reserveRoom(beside.file.get(), contents.size)) return false;
-  if (!fillAndClose(std::move(beside.file), contents.fill)) return false;
+  FileSink sink;
+  if (!fillAndClose(std::move(beside.file), sink, contents.fill)) return false;
   const Put put = unfinished.putInPlaceOf(target);
   if (put != Put::kRefused) return put == Put::kDone;
   const std::uintmax_t size = unfinished.size();
@@ -211,6 +218,14 @@ bool readWholeFile(const char* path, std::string& contents) { return readWhole(p
 
 bool readWholeFile(const char* path, Bytes& contents) { return readWhole(path, contents); }
 
+bool readFittingFile(const char* path, std::string& contents) {
+  try {
+    return readAll(path, contents);
+  } catch (const std::length_error&) {
+    throw std::bad_alloc();
+  }
+}
+
 bool writeBinaryFile(const char* path, std::size_t size, const FillFile& fill) {
   return write(path, {kWriteBytes, size, fill});
 }
@@ -234,16 +249,6 @@ bool removeFile(const char* path) {
   const fs::file_type type = fs::symlink_status(existing, failure).type();
   const bool isFile = type == fs::file_type::regular || type == fs::file_type::symlink;
   return isFile && !fs::is_directory(existing, failure) && fs::remove(existing, failure);
-}
-
-std::vector<std::string> namesInFolder(const char* path) {
-  std::vector<std::string> names;
-  std::error_code failure;
-  for (fs::directory_iterator entry(existingPath(path), failure), end; !failure && entry != end;
-       entry.increment(failure)) {
-    if (!mayHaveNoEnd(*entry)) names.push_back(entry->path().filename().string());
-  }
-  return names;
 }
 
 }  // namespace detail

@@ -3,7 +3,10 @@
 #include <climits>
 #include <csignal>
 #include <ctime>
+#include <dirent.h>
 #include <fcntl.h>
+#include <new>
+#include <string_view>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
@@ -99,6 +102,19 @@ class WriteSignalsBlocked {
   sigset_t pending_;
 };
 
+struct CloseFolder {
+  void operator()(DIR* folder) const { closedir(folder); }
+};
+using Folder = std::unique_ptr<DIR, CloseFolder>;
+
+// Whether opening or reading what an entry of a folder leads to may never come to an end.
+bool mayHaveNoEnd(DIR* folder, const dirent& entry) {
+  if (entry.d_type == DT_REG || entry.d_type == DT_DIR) return false;
+  struct stat status {};
+  if (fstatat(dirfd(folder), entry.d_name, &status, 0) != 0) return false;
+  return S_ISFIFO(status.st_mode) || S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode) || S_ISSOCK(status.st_mode);
+}
+
 }  // namespace
 
 File openFile(const std::string& path, const char* mode) {
@@ -173,9 +189,10 @@ FileBeside createBeside(const std::string& target, const char* mode) {
   struct stat old {};
   if (stat(target.c_str(), &old) == 0) takeOver(file, old);
   beside.file = File(fdopen(file, mode));
-  if (!beside.file) {
+  if (!beside.file) {  // there was no memory for it
     close(file);
     unlink(beside.path.c_str());
+    throw std::bad_alloc();
   }
   return beside;
 }
@@ -200,6 +217,17 @@ bool hasRoomInPlaceOf(const std::string& target, std::uintmax_t bytes) {
 bool withoutWriteSignals(const std::function<bool()>& work) {
   const WriteSignalsBlocked blocked;
   return work();
+}
+
+std::vector<std::string> namesInFolder(const char* path) {
+  std::vector<std::string> names;
+  const Folder folder(opendir(existingPath(path).c_str()));
+  if (folder == nullptr && errno == ENOMEM) throw std::bad_alloc();
+  while (const dirent* entry = folder == nullptr ? nullptr : readdir(folder.get())) {
+    const std::string_view name = entry->d_name;
+    if (name != "." && name != ".." && !mayHaveNoEnd(folder.get(), *entry)) names.emplace_back(name);
+  }
+  return names;
 }
 
 }  // namespace detail

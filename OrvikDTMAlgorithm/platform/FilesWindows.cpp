@@ -2,6 +2,7 @@
 #define NOMINMAX
 #define WIN32_LEAN_AND_MEAN
 #include <io.h>
+#include <string_view>
 #include <sys/stat.h>
 #include <windows.h>
 
@@ -30,6 +31,22 @@ class Handle {
 
   bool isOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
   HANDLE get() const { return handle_; }
+
+ private:
+  HANDLE handle_;
+};
+
+class Search {
+ public:
+  Search(const std::string& pattern, WIN32_FIND_DATAA& first) : handle_(FindFirstFileA(pattern.c_str(), &first)) {}
+  ~Search() {
+    if (isOpen()) FindClose(handle_);
+  }
+  Search(const Search&) = delete;
+  Search& operator=(const Search&) = delete;
+
+  bool isOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
+  bool goOn(WIN32_FIND_DATAA& next) const { return FindNextFileA(handle_, &next) != 0; }
 
  private:
   HANDLE handle_;
@@ -109,6 +126,18 @@ bool hasRoomInPlaceOf(const std::string& target, std::uintmax_t bytes) {
   if (GetDiskFreeSpaceExA(folder.empty() ? nullptr : folder.c_str(), &free, nullptr, nullptr) == 0) return true;
   const std::uintmax_t freed = (std::uintmax_t{old.nFileSizeHigh} << 32) | old.nFileSizeLow;
   return bytes <= freed || bytes - freed <= free.QuadPart;
+}
+
+// Folders hold no devices and pipes on Windows.
+std::vector<std::string> namesInFolder(const char* path) {
+  std::vector<std::string> names;
+  WIN32_FIND_DATAA entry;
+  const Search search(existingPath(path) + "\\*", entry);
+  for (bool isThere = search.isOpen(); isThere; isThere = search.goOn(entry)) {
+    const std::string_view name = entry.cFileName;
+    if (name != "." && name != "..") names.emplace_back(name);
+  }
+  return names;
 }
 
 bool withoutWriteSignals(const std::function<bool()>& work) { return work(); }

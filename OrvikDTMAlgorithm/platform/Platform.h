@@ -63,6 +63,9 @@ using Bytes = std::vector<unsigned char, WithoutInitialising<unsigned char>>;
 bool readWholeFile(const char* path, std::string& contents);
 bool readWholeFile(const char* path, Bytes& contents);
 
+// The same, but std::bad_alloc tells of a file that does not fit into memory.
+bool readFittingFile(const char* path, std::string& contents);
+
 // Puts the contents of a file into its sink. It may be called twice, for a file that could not be put in its place.
 class FileSink;
 using FillFile = std::function<void(FileSink&)>;

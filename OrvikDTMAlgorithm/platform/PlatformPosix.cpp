@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <iconv.h>
 #include <langinfo.h>
+#include <new>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -82,6 +83,7 @@ void forEachBackslash(std::string_view text, Visit&& visit) {
 
 std::string convertText(const std::string& text, const char* from, const char* to) {
   Converter converter(from, to);
+  if (!converter.isOpen() && errno == ENOMEM) throw std::bad_alloc();  // or a name would be lost
   if (!converter.isOpen()) return "";
   std::string source = text;  // iconv wants to be able to write to its input
   std::string converted;

@@ -10,7 +10,10 @@
 // list that the host changes through a pointer or reference kept from before the edit. Get it anew from
 // getSurfacePoints().
 //
-// 4. Different surfaces may be used in different threads at once; one surface may not, const members included.
+// 4. When memory runs out, std::bad_alloc leaves every member, and the surface is as it was: no point is lost, and a
+// TIN is never there without its statistics. Members that say so give their failure value instead.
+//
+// 5. Different surfaces may be used in different threads at once; one surface may not, const members included.
 #pragma once
 
 #include <cstddef>
@@ -107,11 +110,11 @@ class ORVIKDTM_API DTMSurface {
   void setSurfacePoints(const std::vector<SurfacePoint*>& points);
 
   // Adopts `point` (made with `new`), names its surface, inserts it before position min(index, length) and promises a
-  // rebuilt TIN. Returns 1; 0 for a null point.
+  // rebuilt TIN. Returns 1; 0 for a null point. When it throws, the surface is as it was and `point` is the caller's.
   int addSurfacePoint(SurfacePoint* point, unsigned long long index);
 
   // Puts `point` (made with `new`) in place of entry `index`, which is released, and promises a rebuilt TIN. Returns
-  // 1; 0, and `point` stays the caller's, when there is no such entry or `point` is null.
+  // 1; 0, and `point` stays the caller's, when there is no such entry or `point` is null. Throws as addSurfacePoint().
   int updateSurfacePoint(unsigned int index, SurfacePoint* point);
 
   // Removes min(length - index, count) entries from `index` on and drops the TIN; the next user rebuilds it. The
@@ -209,6 +212,8 @@ class ORVIKDTM_API DTMSurface {
     double rangeMaxY = 0.0;
     double perimeterTwoD = 0.0;
     double perimeterThreeD = 0.0;
+
+    void setExtentOf(const CEType* model);
   };
 
   // Builds the TIN that an edit promised. Whatever shows or replaces the TIN or its statistics, or hands out or
@@ -222,10 +227,8 @@ class ORVIKDTM_API DTMSurface {
   void promiseModel();
   void buildPromised() const;
   void build(int compareUnshifted) const;
-  void rebuild();
   void dropModel();
-  void refreshStatistics() const;
-  void refreshExtent() const;
+  static Statistics statisticsOf(const CEType& model);
 
   // Behind tryParse(), for blocks of any length and those that are read for the last time.
   friend class DTMFileOperation;
@@ -233,11 +236,12 @@ class ORVIKDTM_API DTMSurface {
   // or nothing.
   enum class WithoutPoints { kTakeHead, kChangeNothing };
   bool parse(detail::ByteReader& reader, int version, WithoutPoints withoutPoints);
-  void readStatistics(const unsigned char* bytes);
+  static void readStatistics(const unsigned char* bytes, Statistics& figures);
 
   // For a look at the list that keeps no promise.
   friend struct detail::ListedPoints;
 
+  void dropLastPoints(std::size_t count);
   bool isInCallersArray(const SurfacePoint* point) const;
   void releaseRecord(const SurfacePoint* point) const;
 

@@ -1,5 +1,6 @@
 // Editing the point list of a surface. Every edit makes the TIN stale; adding and replacing a point promise a new one.
 #include <algorithm>
+#include <utility>
 
 #include <OrvikDTMAlgorithm/surface/DTMSurface.h>
 #include <OrvikDTMAlgorithm/surface/SurfacePoint.h>
@@ -19,21 +20,30 @@ void DTMSurface::setSurfacePoints(const std::vector<SurfacePoint*>& points) {
 
 int DTMSurface::addSurfacePoint(SurfacePoint* point, unsigned long long index) {
   if (point == nullptr) return 0;
-  const auto position = std::min<unsigned long long>(index, surfacePoints.size());
-  surfacePoints.insert(surfacePoints.begin() + static_cast<std::ptrdiff_t>(position), point);
+  const auto position = static_cast<std::ptrdiff_t>(std::min<unsigned long long>(index, surfacePoints.size()));
+  surfacePoints.insert(surfacePoints.begin() + position, point);
+  try {
+    promiseModel();
+  } catch (...) {
+    surfacePoints.erase(surfacePoints.begin() + position);
+    throw;
+  }
   point->setSurfaceName(surfaceName);
   ++pointsNumber;
-  promiseModel();
   return 1;
 }
 
 int DTMSurface::updateSurfacePoint(unsigned int index, SurfacePoint* point) {
   if (point == nullptr || index >= surfacePoints.size()) return 0;
+  SurfacePoint* replaced = std::exchange(surfacePoints[index], point);
+  try {
+    promiseModel();
+  } catch (...) {
+    surfacePoints[index] = replaced;
+    throw;
+  }
   point->setSurfaceName(surfaceName);
-  SurfacePoint* replaced = surfacePoints[index];
-  surfacePoints[index] = point;
   if (replaced != point) releaseRecord(replaced);
-  promiseModel();
   return 1;
 }
 
@@ -52,15 +62,25 @@ int DTMSurface::deleteSurfacePoint(unsigned int index, unsigned long long count)
   return 1;
 }
 
+void DTMSurface::dropLastPoints(std::size_t count) {
+  for (; count > 0; --count) {
+    releaseRecord(surfacePoints.back());
+    surfacePoints.pop_back();
+    --pointsNumber;
+  }
+  promiseModel();
+}
+
 int DTMSurface::updateDTMSurface(int count, SurfacePoint* points) {
   keepPromise();
-  for (const SurfacePoint* point : surfacePoints) releaseRecord(point);
-  surfacePoints.clear();
   const int length = points == nullptr ? 0 : std::max(count, 0);
+  std::vector<SurfacePoint*> listed;
+  listed.reserve(static_cast<std::size_t>(length));
+  for (int i = 0; i < length; ++i) listed.push_back(points + i);
+  for (const SurfacePoint* point : surfacePoints) releaseRecord(point);
+  surfacePoints.swap(listed);
   arrayBegin = points;
   arrayEnd = points + length;
-  surfacePoints.reserve(static_cast<std::size_t>(length));
-  for (int i = 0; i < length; ++i) surfacePoints.push_back(points + i);
   return 1;
 }
 

@@ -1,4 +1,5 @@
 // The TIN of a surface: built from the points when it is first needed, its statistics, and the queries that run on it.
+#include <memory>
 
 #include <OrvikDTMAlgorithm/report/U.h>
 #include <OrvikDTMAlgorithm/surface/DTMSurface.h>
@@ -8,6 +9,7 @@
 #include <OrvikDTMAlgorithm/tin/CEType.h>
 #include <OrvikDTMAlgorithm/tin/Construction.h>
 #include <OrvikDTMAlgorithm/tin/LargeArrays.h>
+#include <OrvikDTMAlgorithm/tin/NewObjects.h>
 #include <OrvikDTMAlgorithm/tin/TList.h>
 #include <OrvikDTMAlgorithm/tin/TPoint.h>
 
@@ -40,13 +42,12 @@ std::vector<TPoint*> pointersTo(std::vector<TPoint>& points) {
 }  // namespace
 
 std::vector<TPoint*> DTMSurface::getTPointList(std::vector<SurfacePoint*> points) const {
-  std::vector<TPoint*> list;
-  if (points.size() < kPointsOfATriangle) return list;
-  list.reserve(points.size());
+  if (points.size() < kPointsOfATriangle) return {};
+  detail::NewObjects<TPoint> list(points.size());
   for (const SurfacePoint* point : points) {
-    if (point != nullptr) list.push_back(new TPoint(roundedForTIN(*point)));
+    if (point != nullptr) list.add(roundedForTIN(*point));
   }
-  return list;
+  return list.take();
 }
 
 CEType* DTMSurface::getCEType() {
@@ -55,59 +56,64 @@ CEType* DTMSurface::getCEType() {
   return ceType;
 }
 
+// The TIN and its statistics come together or not at all: when memory runs out both are as they were.
 void DTMSurface::build(int compareUnshifted) const {
-  statistics = {};
-  if (surfacePoints.size() < kPointsOfATriangle) return;
-  const auto points = roundedForTIN(surfacePoints);
-  std::vector<TPoint*> pointers = pointersTo(*points);
-  ceType = detail::Construction::triangulate(pointers, compareUnshifted);
-  if (ceType == nullptr) return;
-  ceType->holdPoints(points);
-  refreshStatistics();
-}
-
-void DTMSurface::rebuild() {
-  dropModel();
-  build(detail::hostsComparison());
+  std::unique_ptr<CEType> built;
+  Statistics figures;
+  if (surfacePoints.size() >= kPointsOfATriangle) {
+    const auto points = roundedForTIN(surfacePoints);
+    std::vector<TPoint*> pointers = pointersTo(*points);
+    built.reset(detail::Construction::triangulate(pointers, compareUnshifted));
+    if (built != nullptr) {
+      built->holdPoints(points);
+      figures = statisticsOf(*built);
+    }
+  }
+  delete ceType;
+  ceType = built.release();
+  statistics = figures;
 }
 
 void DTMSurface::promiseModel() {
-  dropModel();
   const bool mayChangeUnseen = arrayBegin != arrayEnd;  // the records of a caller's array change and go as it likes
   if (mayChangeUnseen) {
     build(detail::hostsComparison());
+    modelPromised = false;
     return;
   }
+  dropModel();
   promisedComparison = detail::hostsComparison();
   modelPromised = true;
 }
 
 // What counts as a repeated position is settled by the edit, not by the look that has the TIN built.
 void DTMSurface::buildPromised() const {
-  modelPromised = false;
   build(promisedComparison);
+  modelPromised = false;
 }
 
-void DTMSurface::refreshStatistics() const {
-  const TList* triangles = ceType->getTList();
-  statistics.trianglesNumber = triangles == nullptr ? 0 : triangles->getListLen();
-  const TINMeasures measures = ceType->getMeasures();
-  statistics.twoDArea = measures.area2D;
-  statistics.threeDArea = measures.area3D;
-  statistics.minElev = measures.lowest;
-  statistics.maxElev = measures.highest;
-  statistics.perimeterTwoD = measures.length2D;
-  statistics.perimeterThreeD = measures.length3D;
-  refreshExtent();
+DTMSurface::Statistics DTMSurface::statisticsOf(const CEType& model) {
+  Statistics figures;
+  const TList* triangles = model.getTList();
+  figures.trianglesNumber = triangles == nullptr ? 0 : triangles->getListLen();
+  const TINMeasures measures = model.getMeasures();
+  figures.twoDArea = measures.area2D;
+  figures.threeDArea = measures.area3D;
+  figures.minElev = measures.lowest;
+  figures.maxElev = measures.highest;
+  figures.perimeterTwoD = measures.length2D;
+  figures.perimeterThreeD = measures.length3D;
+  figures.setExtentOf(&model);
+  return figures;
 }
 
-void DTMSurface::refreshExtent() const {
+void DTMSurface::Statistics::setExtentOf(const CEType* model) {
   // Largest y, smallest y, largest x, smallest x.
-  const std::vector<double> extent = ceType == nullptr ? std::vector<double>(4, 0.0) : ceType->getRangeXY();
-  statistics.rangeMaxY = extent[0];
-  statistics.rangeMinY = extent[1];
-  statistics.rangeMaxX = extent[2];
-  statistics.rangeMinX = extent[3];
+  const std::vector<double> extent = model == nullptr ? std::vector<double>(4, 0.0) : model->getRangeXY();
+  rangeMaxY = extent[0];
+  rangeMinY = extent[1];
+  rangeMaxX = extent[2];
+  rangeMinX = extent[3];
 }
 
 int DTMSurface::setRangeList(const std::vector<RangePoint*>& range) {

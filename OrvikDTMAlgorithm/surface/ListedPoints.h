@@ -11,6 +11,9 @@ namespace detail {
 
 struct ListedPoints {
   static const std::vector<SurfacePoint*>& of(const DTMSurface& surface) { return surface.surfacePoints; }
+
+  // Releases the last `count` points.
+  static void dropLast(DTMSurface& surface, std::size_t count) { surface.dropLastPoints(count); }
 };
 
 }  // namespace detail

@@ -2,6 +2,7 @@
 #include <OrvikDTMAlgorithm/tin/CEType.h>
 #include <OrvikDTMAlgorithm/tin/ConvexList.h>
 #include <OrvikDTMAlgorithm/tin/EList.h>
+#include <OrvikDTMAlgorithm/tin/NewObjects.h>
 #include <OrvikDTMAlgorithm/tin/TList.h>
 #include <OrvikDTMAlgorithm/tin/Triangle3.h>
 
@@ -10,20 +11,22 @@ inline namespace OrvikDTM {
 CEType::CEType(ConvexList* hull, EList* edges, TList* triangles)
     : hullList_(hull), edgeList_(edges), triangleList_(triangles) {}
 
-CEType::CEType(const CEType& source) : CEType(source.hullList_, source.edgeList_, source.triangleList_) {
+CEType::CEType(const CEType& source) : hullList_(nullptr), edgeList_(nullptr), triangleList_(nullptr) {
   *this = source;
 }
 
 // The promise of a list is kept before it is copied: the lists and points that it needs may be gone when the copy is
-// asked.
+// asked. What may run out of memory comes first.
 CEType& CEType::operator=(const CEType& source) {
   if (this == &source) return *this;
   source.makeTriangle3List();
+  std::vector<TPoint*> boundary = source.rangeList_;
+  std::vector<std::shared_ptr<Triangle3>> pieces = source.triangle3List_;
   hullList_ = source.hullList_;
   edgeList_ = source.edgeList_;
   triangleList_ = source.triangleList_;
-  rangeList_ = source.rangeList_;
-  triangle3List_ = source.triangle3List_;
+  rangeList_ = std::move(boundary);
+  triangle3List_ = std::move(pieces);
   triangle3Source_ = {};
   hullRing_ = source.hullRing_;
   hullRingIsSettled_ = source.hullRingIsSettled_;
@@ -67,12 +70,12 @@ void CEType::setTList(TList* triangles) {
 }
 
 void CEType::setRangeList(const std::vector<RangePoint*>& range) {
-  for (TPoint* p : rangeList_) delete p;
-  rangeList_.clear();
-  rangeList_.reserve(range.size());
+  detail::NewObjects<TPoint> boundary(range.size());
   for (const RangePoint* p : range) {
-    if (p != nullptr) rangeList_.push_back(new TPoint(p->e, p->n, 0.0));
+    if (p != nullptr) boundary.add(TPoint(p->e, p->n, 0.0));
   }
+  for (TPoint* p : rangeList_) delete p;
+  rangeList_ = boundary.take();
 }
 
 }  // namespace OrvikDTM

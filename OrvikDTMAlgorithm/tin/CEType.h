@@ -13,7 +13,8 @@
 //    Changes in other TINs cost a query next to nothing. After writing elements in any other way, call
 //    setEList(getEList()).
 // 6. The hull as the first query made it stays, also when the hull list is replaced or its edges move.
-// 7. Different TINs may be used in different threads at once; one TIN, or a TIN and its copy, may not.
+// 7. When memory runs out, std::bad_alloc leaves every member, and the TIN is as it was.
+// 8. Different TINs may be used in different threads at once; one TIN, or a TIN and its copy, may not.
 #pragma once
 
 #include <array>
@@ -85,7 +86,7 @@ class ORVIKDTM_API CEType {
   // The triangles and pieces of triangles that the latest volume computation measured, with their status (1 cut, -1
   // fill). They are made when they are first asked for; nothing is spent on them before. Those of a level are made from
   // the lists and points as they are then, those of a second surface or within a boundary are what was compared. The
-  // reference is good until the next volume computation.
+  // reference is good until the next volume computation; one that runs out of memory leaves the list empty.
   const std::vector<std::shared_ptr<Triangle3>>& getTriangle3List();
 
   // A new TIN of triangular faces, each of three positions in `vertices` counted from 0. Edges between the same plan
@@ -226,7 +227,7 @@ class ORVIKDTM_API CEType {
 
   bool hasBoundary() const;
   FillCutResult* getFillCutWithinBoundary(double elevation);
-  void appendLevelPieces(double level) const;
+  void appendLevelPieces(double level, std::vector<std::shared_ptr<Triangle3>>& pieces) const;
   void makeTriangle3List() const;
   bool sharesFewPointsWith(const detail::FlatTIN& queried, int& lastFound) const;
   std::shared_ptr<const detail::FlatTIN> newCopy();

@@ -377,8 +377,10 @@ std::vector<PlanTriangle> planOf(const Facets& facets) {
 }  // namespace
 
 FillCutResult* CEType::getFillCutExact(CEType* reference, double* coverage) {
-  if (coverage != nullptr) *coverage = 0.0;
-  if (reference == nullptr) return nullptr;
+  if (reference == nullptr) {
+    if (coverage != nullptr) *coverage = 0.0;
+    return nullptr;
+  }
   Account account;
   const Limit limit(rangeList_);
   const Facets others(*reference);
@@ -390,8 +392,9 @@ FillCutResult* CEType::getFillCutExact(CEType* reference, double* coverage) {
     const std::vector<Position> boundary = limit.isThere() ? detail::cornersOf(rangeList_) : std::vector<Position>();
     if (!detail::haveCommonArea({planOf(own), planOf(others), true, boundary})) account = {};
   }
+  std::unique_ptr<FillCutResult> result = account.result(getMeasures());
   if (coverage != nullptr) *coverage = account.coverage();
-  return account.result(getMeasures()).release();
+  return result.release();
 }
 
 FillCutResult* CEType::getFillCutExact(double elevation, double* coverage) {
@@ -409,8 +412,9 @@ FillCutResult* CEType::getFillCutExact(double elevation, double* coverage) {
       !detail::haveCommonArea({planOf(Facets(*this)), {}, false, detail::cornersOf(rangeList_)})) {
     account = {};
   }
+  std::unique_ptr<FillCutResult> result = account.result(getMeasures());
   if (coverage != nullptr) *coverage = account.coverage();
-  return account.result(getMeasures()).release();
+  return result.release();
 }
 
 }  // namespace OrvikDTM

@@ -5,6 +5,7 @@
 #include <OrvikDTMAlgorithm/tin/CEType.h>
 #include <OrvikDTMAlgorithm/tin/FlatTIN.h>
 #include <OrvikDTMAlgorithm/tin/PolygonIndex.h>
+#include <OrvikDTMAlgorithm/tin/RequireMemory.h>
 
 inline namespace OrvikDTM {
 
@@ -22,17 +23,19 @@ std::vector<std::vector<double>> CEType::proxyTri(double x0, double y0, int nx, 
   if (nx < 0) return grid;
   const bool clip = rangeList_.size() > 2;
   const detail::PolygonIndex boundary(clip ? rangeList_ : std::vector<TPoint*>());
+  const std::size_t rows = static_cast<std::size_t>(nx) + 1;
   const std::size_t columns = ny < 0 ? 0 : static_cast<std::size_t>(ny) + 1;
-  grid.assign(static_cast<std::size_t>(nx) + 1, std::vector<double>(columns, DBL_MAX));
+  detail::requireMemory(rows, sizeof(std::vector<double>) + columns * sizeof(double));
+  grid.assign(rows, std::vector<double>(columns, DBL_MAX));
   int hint = 1;
-  for (int i = 0; i <= nx; ++i) {
-    const double x = i * step + x0;
-    for (int j = 0; j <= ny; ++j) {
-      const double y = j * step + y0;
+  for (std::size_t i = 0; i < rows; ++i) {
+    const double x = static_cast<double>(i) * step + x0;
+    for (std::size_t j = 0; j < columns; ++j) {
+      const double y = static_cast<double>(j) * step + y0;
       if (clip && !boundary.contains({x, y})) continue;
       const int tri = locateTri(x, y, hint);
       hint = tri == 0 ? 1 : tri;
-      grid[static_cast<std::size_t>(i)][static_cast<std::size_t>(j)] = getHeightByNumXY(tri, x, y);
+      grid[i][j] = getHeightByNumXY(tri, x, y);
     }
   }
   return grid;

@@ -19,13 +19,14 @@ FillCutResult* CEType::getFillCut(double elevation) {
   totals.area3D = sums.spatialArea;
   totals.length2D = getTotalLength2D();
   totals.length3D = getTotalLength3D();
+  FillCutResult* result = detail::newResult(sums.volumes, totals);
   triangle3Source_.level = elevation;
-  return detail::newResult(sums.volumes, totals);
+  return result;
 }
 
-void CEType::appendLevelPieces(double level) const {
-  const auto append = [this](const TPoint& p, const TPoint& q, const TPoint& r, int status) {
-    triangle3List_.push_back(std::make_shared<Triangle3>(&p, &q, &r, status));
+void CEType::appendLevelPieces(double level, std::vector<std::shared_ptr<Triangle3>>& pieces) const {
+  const auto append = [&pieces](const TPoint& p, const TPoint& q, const TPoint& r, int status) {
+    pieces.push_back(std::make_shared<Triangle3>(&p, &q, &r, status));
   };
   Corners c;
   for (int tri = 1; tri <= triangleCount(); ++tri) {

@@ -144,24 +144,27 @@ FillCutResult* CEType::getFillCut(CEType* reference) {
     task.boundary.emplace(rangeList_);
     task.boundaryCorners = detail::cornersOf(rangeList_);
   }
-  queried.hullRingIsSettled_ = queried.hullRing_ != nullptr;
   task.splitAtOnce = walked.sharesFewPointsWith(*task.queried, task.lastFound);
-  const auto comparison = std::make_shared<const detail::SurfaceComparison>(std::move(task));
+  auto comparison = std::make_shared<const detail::SurfaceComparison>(std::move(task));
   const detail::SurfaceComparison::Outcome outcome = comparison->measure();
+  FillCutResult* result = detail::newResult(outcome.sums.value_or(detail::FillAndCut{}), totals);
+  queried.hullRingIsSettled_ = queried.hullRing_ != nullptr;
   queried.lastTriangleNo_ = outcome.lastFound;
-  if (outcome.sums) triangle3Source_.comparison = comparison;
-  return detail::newResult(outcome.sums.value_or(detail::FillAndCut{}), totals);
+  if (outcome.sums) triangle3Source_.comparison = std::move(comparison);
+  return result;
 }
 
 FillCutResult* CEType::getFillCutWithinBoundary(double elevation) {
   std::vector<TPoint> boundary;
-  for (TPoint* p : rangeList_) {
-    if (p == nullptr) continue;
-    p->setZ(elevation);
-    boundary.push_back(*p);
+  for (const TPoint* p : rangeList_) {
+    if (p != nullptr) boundary.emplace_back(p->getX(), p->getY(), elevation);
   }
   const std::unique_ptr<CEType> level = surfaceOver(boundary);
-  return level == nullptr ? detail::newResult({}, getMeasures()) : getFillCut(level.get());
+  FillCutResult* result = level == nullptr ? detail::newResult({}, getMeasures()) : getFillCut(level.get());
+  for (TPoint* p : rangeList_) {
+    if (p != nullptr) p->setZ(elevation);
+  }
+  return result;
 }
 
 const std::vector<std::shared_ptr<Triangle3>>& CEType::getTriangle3List() {
@@ -170,9 +173,12 @@ const std::vector<std::shared_ptr<Triangle3>>& CEType::getTriangle3List() {
 }
 
 void CEType::makeTriangle3List() const {
-  const Triangle3Source source = std::exchange(triangle3Source_, {});
-  if (source.level) appendLevelPieces(*source.level);
-  if (source.comparison != nullptr) source.comparison->appendPieces(triangle3List_);
+  if (!triangle3Source_.level && triangle3Source_.comparison == nullptr) return;
+  std::vector<std::shared_ptr<Triangle3>> pieces;
+  if (triangle3Source_.level) appendLevelPieces(*triangle3Source_.level, pieces);
+  if (triangle3Source_.comparison != nullptr) triangle3Source_.comparison->appendPieces(pieces);
+  triangle3List_ = std::move(pieces);
+  triangle3Source_ = {};
 }
 
 }  // namespace OrvikDTM

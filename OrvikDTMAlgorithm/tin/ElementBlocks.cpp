@@ -20,9 +20,15 @@ namespace {
 class Blocks {
  public:
   // Never destroyed: a host's static objects may release elements after everything of ours has gone.
+  // Made without asking for memory, as the first call may come from a destructor.
   static Blocks& all() {
-    static Blocks* blocks = new Blocks;
-    return *blocks;
+    union NeverDestroyed {
+      NeverDestroyed() : blocks() {}
+      ~NeverDestroyed() {}  // NOLINT: the member has its own destructor, which is not called
+      Blocks blocks;
+    };
+    static NeverDestroyed kept;
+    return kept.blocks;
   }
 
   void* allocate(std::size_t count, std::size_t size) {

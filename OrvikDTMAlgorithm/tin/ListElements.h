@@ -5,6 +5,7 @@
 #include <new>
 #include <span>
 #include <type_traits>
+#include <utility>
 
 #include <OrvikDTMAlgorithm/tin/Edits.h>
 #include <OrvikDTMAlgorithm/tin/ElementBlocks.h>
@@ -45,25 +46,52 @@ class SideBySide {
 
 class ListElements {
  public:
-  // make(i) gives element number i, for i from length + 1 up to `last`; what the list has no room for is left out.
+  // All the memory that a list needs to have `last` elements, so that they can be changed and appended without asking
+  // for more. A list that has more of them is made ready to be shortened.
+  template <typename Element>
+  class Room {
+   public:
+    Room(SLType& list, int last) : list_(list), first_(list.getListLen() + 1), last_(std::min(last, list.getMaxlen())) {
+      static_assert(std::is_trivially_destructible_v<Element>);
+      list.holdByPointers();
+      if (last_ < first_) return;
+      if (first_ > 1) list.listData_.reserve(list.listData_.size() + count());
+      begin_ = static_cast<Element*>(allocateElements(count(), sizeof(Element)));
+    }
+    ~Room() {
+      if (begin_ != nullptr) releaseRun(begin_, count());
+    }
+    Room(const Room&) = delete;
+    Room& operator=(const Room&) = delete;
+
+    // Appends make(i) as element number i, for i from length + 1 up to `last`; what the list does not accept is left
+    // out. `make` does not throw.
+    template <typename Make>
+    void fill(Make make) {
+      if (begin_ == nullptr) return;
+      Edits::note(&list_);
+      Element* const begin = std::exchange(begin_, nullptr);
+      auto* element = begin;
+      for (int number = first_; number <= last_; ++number, ++element) new (element) Element(make(number));
+      if (first_ == 1) {
+        list_.run_ = {reinterpret_cast<std::byte*>(begin), count(), sizeof(Element)};
+      } else {
+        for (element = begin; element < begin + count(); ++element) list_.listData_.push_back(element);
+      }
+    }
+
+   private:
+    std::size_t count() const { return static_cast<std::size_t>(last_ - first_ + 1); }
+
+    SLType& list_;
+    int first_;
+    int last_;
+    Element* begin_ = nullptr;
+  };
+
   template <typename Element, typename Make>
   static void append(SLType& list, int last, Make make) {
-    static_assert(std::is_trivially_destructible_v<Element>);
-    const int first = list.getListLen() + 1;
-    last = std::min(last, list.getMaxlen());
-    if (last < first) return;
-    const auto count = static_cast<std::size_t>(last - first + 1);
-    Edits::note(&list);
-    list.holdByPointers();
-    if (first > 1) list.listData_.reserve(list.listData_.size() + count);
-    auto* const begin = static_cast<Element*>(allocateElements(count, sizeof(Element)));
-    auto* element = begin;
-    for (int number = first; number <= last; ++number, ++element) new (element) Element(make(number));
-    if (first == 1) {
-      list.run_ = {reinterpret_cast<std::byte*>(begin), count, sizeof(Element)};
-    } else {
-      for (element = begin; element < begin + count; ++element) list.listData_.push_back(element);
-    }
+    Room<Element>(list, last).fill(make);
   }
 
   // Calls read(elements) with the elements of a list as one of the two above, and returns what it returns. A null list

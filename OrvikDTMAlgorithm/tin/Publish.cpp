@@ -39,7 +39,7 @@ class TabledMesh {
 };
 
 template <typename Source>
-void publishEdges(Source& mesh, const std::vector<TPoint*>& points, EList& edges) {
+void publishEdges(Source& mesh, const std::vector<TPoint*>& points, EList& edges, ListElements::Room<TEdge>& room) {
   const int known = edges.getListLen();
   for (int number = 1; number <= known; ++number) {
     const MeshEdge e = mesh.edge(static_cast<Number>(number));
@@ -48,24 +48,23 @@ void publishEdges(Source& mesh, const std::vector<TPoint*>& points, EList& edges
     edge->setEndPoint(points[e.end]);
     edge->setTriNo(slotsOf(e).data());
   }
-  ListElements::append<TEdge>(edges, static_cast<int>(mesh.edgeCount()), [&](int number) {
+  room.fill([&](int number) {
     const MeshEdge e = mesh.edge(static_cast<Number>(number));
     return TEdge(points[e.start], points[e.end], static_cast<int>(e.left), static_cast<int>(e.right));
   });
 }
 
 template <typename Source>
-void publishTriangles(Source& mesh, TList& triangles) {
+void publishTriangles(Source& mesh, TList& triangles, ListElements::Room<Triangle>& room) {
   const auto edgesOfNumber = [&mesh](int number) { return edgesOf(mesh.triangle(static_cast<Number>(number))); };
   const int known = triangles.getListLen();
   for (int number = 1; number <= known; ++number) {
     triangles.findByNum(&triangles, number)->setEno(edgesOfNumber(number).data());
   }
-  ListElements::append<Triangle>(triangles, static_cast<int>(mesh.triangleCount()),
-                                 [&](int number) { return Triangle(edgesOfNumber(number).data()); });
+  room.fill([&](int number) { return Triangle(edgesOfNumber(number).data()); });
 }
 
-void publishHull(const std::vector<Number>& numbers, ConvexList& hull) {
+void publishHull(const std::vector<Number>& numbers, ConvexList& hull, ListElements::Room<TConvex>& room) {
   const auto length = static_cast<int>(numbers.size());
   const auto edgeAt = [&numbers](int number) {
     return static_cast<int>(numbers[static_cast<std::size_t>(number - 1)]);
@@ -73,14 +72,18 @@ void publishHull(const std::vector<Number>& numbers, ConvexList& hull) {
   while (hull.getListLen() > length) hull.deleteData(&hull, hull.getListLen());
   const int known = hull.getListLen();
   for (int number = 1; number <= known; ++number) hull.findByNum(&hull, number)->setEdgeNo(edgeAt(number));
-  ListElements::append<TConvex>(hull, length, [&](int number) { return TConvex(edgeAt(number)); });
+  room.fill([&](int number) { return TConvex(edgeAt(number)); });
 }
 
 template <typename Source>
 void publishFrom(Source& mesh, const std::vector<TPoint*>& points, ConvexList& hull, EList& edges, TList& triangles) {
-  publishHull(mesh.hull(), hull);
-  publishTriangles(mesh, triangles);
-  publishEdges(mesh, points, edges);
+  // The lists change together, or not at all when memory runs out.
+  ListElements::Room<TConvex> hullRoom(hull, static_cast<int>(mesh.hull().size()));
+  ListElements::Room<Triangle> triangleRoom(triangles, static_cast<int>(mesh.triangleCount()));
+  ListElements::Room<TEdge> edgeRoom(edges, static_cast<int>(mesh.edgeCount()));
+  publishHull(mesh.hull(), hull, hullRoom);
+  publishTriangles(mesh, triangles, triangleRoom);
+  publishEdges(mesh, points, edges, edgeRoom);
 }
 
 template <typename Source>

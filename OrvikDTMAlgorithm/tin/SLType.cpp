@@ -17,9 +17,9 @@ SLType::SLType() : maxlen_(kDefaultCapacity) { listData_.reserve(kDefaultCapacit
 
 SLType& SLType::operator=(const SLType& other) {
   detail::Edits::note(this);
-  maxlen_ = other.maxlen_;
-  listData_ = other.listData_;
+  listData_ = other.listData_;  // first: it may run out of memory
   run_ = other.run_;
+  maxlen_ = other.maxlen_;
   return *this;
 }
 
@@ -40,8 +40,8 @@ SLType& SLType::operator=(SLType&& other) noexcept {
 SLType::~SLType() { releaseAll(); }
 
 void SLType::setMaxlen(int n) {
-  maxlen_ = n;
   if (n > 0) detail::reserveLarge(listData_, static_cast<std::size_t>(n));
+  maxlen_ = n;
 }
 
 std::vector<void*> SLType::getListData() const {

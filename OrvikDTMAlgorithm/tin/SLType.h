@@ -6,7 +6,9 @@
 //    pointers until the list is changed.
 // 2. The operations take the list to work on as their first argument; callers pass the list itself:
 //    list->add(list, element). A null list has no elements and accepts none.
-// 3. Copying copies the capacity and the pointers, not the elements: copy and source share them, and both would release
+// 3. When memory runs out, std::bad_alloc leaves the operation, the list is as it was, and an element that it was given
+//    stays the caller's.
+// 4. Copying copies the capacity and the pointers, not the elements: copy and source share them, and both would release
 //    them. Empty one of the two with setListData({}) before it goes.
 #pragma once
 

@@ -113,43 +113,56 @@ void placeInOrder(const std::vector<TPoint*>& points, const std::vector<Number>&
   }
 }
 
-// Accepted points that are not in the mesh stay relative to the origin.
-void placeOthers(const detail::NormalisedPoints& normalised, const std::vector<Number>& order) {
-  if (order.size() == normalised.points.size()) return;
-  std::vector<bool> isInMesh(normalised.points.size(), false);
+// Which accepted points are in the mesh; empty when all are.
+std::vector<bool> pointsIn(const std::vector<Number>& order, const detail::NormalisedPoints& normalised) {
+  std::vector<bool> isInMesh;
+  if (order.size() == normalised.points.size()) return isInMesh;
+  isInMesh.assign(normalised.points.size(), false);
   for (const Number i : order) isInMesh[i] = true;
+  return isInMesh;
+}
+
+// Accepted points that are not in the mesh stay relative to the origin, repeats where they are.
+void placeOthers(const detail::NormalisedPoints& normalised, const std::vector<bool>& isInMesh) {
   for (std::size_t i = 0; i < isInMesh.size(); ++i) {
     if (!isInMesh[i]) place(*normalised.points[i], normalised.positions[i]);
   }
+  for (const detail::PlacedPoint& repeat : normalised.repeats) place(*repeat.point, repeat.place);
 }
 
 detail::Capacities capacitiesFor(const detail::NormalisedPoints& normalised) {
   return detail::capacitiesFor(static_cast<int>(normalised.points.size()));
 }
 
+// The points are placed last, when nothing can run out of memory any more: a caller whose call fails has them as they
+// were.
 CEType* publishSwept(const detail::NormalisedPoints& normalised, const SweptTriangulation& swept) {
   const std::vector<bool> isVertex = detail::verticesOf(swept.mesh);
+  const std::vector<bool> isInMesh = pointsIn(swept.order, normalised);
+  CEType* tin =
+      detail::publishNew(swept.mesh, detail::reordered(normalised.points, swept.order), capacitiesFor(normalised));
   placeInOrder(normalised.points, swept.order, [&](std::size_t i) -> Position {
     const Position& p = swept.mesh.points[i];
     if (!isVertex[i]) return p;  // what the sweep has passed over stays relative to the origin
     return {p.x + normalised.origin.x, p.y + normalised.origin.y};
   });
-  placeOthers(normalised, swept.order);
-  return detail::publishNew(swept.mesh, detail::reordered(normalised.points, swept.order), capacitiesFor(normalised));
+  placeOthers(normalised, isInMesh);
+  return tin;
 }
 
 // The exact triangulation; an empty TIN when the positions are collinear, or too large for it.
 CEType* publishExact(const detail::NormalisedPoints& normalised) {
   detail::ExactTriangulation exact = detail::triangulateExactly(normalised.millimetres);
-  if (exact.mesh.triangleCount() == 0) {
-    placeOthers(normalised, {});
-    return detail::emptyTIN();
-  }
+  if (exact.mesh.triangleCount() == 0) exact.inputIndex.clear();
+  const std::vector<bool> isInMesh = pointsIn(exact.inputIndex, normalised);
+  CEType* tin = exact.inputIndex.empty()
+                    ? detail::emptyTIN()
+                    : detail::publishNew(exact.mesh, detail::reordered(normalised.points, exact.inputIndex),
+                                         capacitiesFor(normalised));
   placeInOrder(normalised.points, exact.inputIndex,
                [&](std::size_t i) { return detail::inUnits(normalised.millimetres[exact.inputIndex[i]]); });
-  placeOthers(normalised, exact.inputIndex);
-  return detail::publishNew(exact.mesh, detail::reordered(normalised.points, exact.inputIndex),
-                            capacitiesFor(normalised));
+  placeOthers(normalised, isInMesh);
+  return tin;
 }
 
 }  // namespace
@@ -159,7 +172,6 @@ CEType* detail::Construction::triangulate(std::vector<TPoint*>& points, int comp
   notePoints(points);
   const NormalisedPoints normalised = normalise(points, compareUnshifted != 0);
   tellHosts(Surface::MAXPOINTS, normalised.points.size());
-  for (const PlacedPoint& repeat : normalised.repeats) place(*repeat.point, repeat.place);
   const std::optional<SweptTriangulation> swept = buildBySweep(normalised);
   if (!swept) return publishExact(normalised);
   CEType* tin = publishSwept(normalised, *swept);

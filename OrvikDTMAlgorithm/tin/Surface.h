@@ -42,12 +42,13 @@ class ORVIKDTM_API Surface {
   // The points are the caller's: they must outlive the result, which refers to them. They are rounded to millimetres in
   // place, the vector is sorted by y, then x (points with a NaN coordinate come last and take no part), and a point
   // that ends up in no edge, a repeat say, is left relative to the smallest x and y. Returns null for an empty vector,
-  // an empty TIN for fewer than three usable points or collinear ones. The result is the caller's.
+  // an empty TIN for fewer than three usable points or collinear ones. The result is the caller's. When memory runs
+  // out, std::bad_alloc leaves it and the points are where they were; the vector may be sorted.
   static CEType* optimizeTIN(std::vector<TPoint*>& points);
 
   // Orders points by direction around the lowest, then leftmost one. Returns a new list of them, which owns them from
   // then on, and empties the vector; null, with the vector emptied all the same and the points still the caller's, for
-  // fewer than three points or when all lie in one direction. Sets MAXPOINTS.
+  // fewer than three points or when all lie in one direction. When it throws, the vector is as it was. Sets MAXPOINTS.
   static PList* initPoins(std::vector<TPoint*>& points);
 
   // The first triangles: a fan from the first point off the line of points 1 and 2. Returns a new TIN that refers to

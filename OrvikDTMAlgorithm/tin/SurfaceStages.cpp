@@ -43,16 +43,18 @@ bool holdsFan(const CEType& tin, const Mesh& fan) {
 }  // namespace
 
 PList* Surface::initPoins(std::vector<TPoint*>& points) {
-  std::vector<TPoint*> given;
-  given.swap(points);
+  std::vector<TPoint*> given = points;
   const std::size_t count = given.size();
   detail::tellHosts(MAXPOINTS, count);
   given.erase(std::remove(given.begin(), given.end(), nullptr), given.end());
   const std::vector<Number> order = detail::sweepOrder(positionsOf(given));
-  if (order.empty()) return nullptr;
-  auto list = std::make_unique<PList>();
-  list->setMaxlen(static_cast<int>(count));
-  for (const Number i : order) list->add(list.get(), given[i]);
+  std::unique_ptr<PList> list;
+  if (!order.empty()) {
+    list = std::make_unique<PList>();
+    list->setMaxlen(static_cast<int>(count));  // with room for all points, which are the list's from here on
+    for (const Number i : order) list->add(list.get(), given[i]);
+  }
+  points.clear();
   return list.release();
 }
 
@@ -75,11 +77,15 @@ CEType* Surface::buildTIN(PList* points, CEType* cet) {
   Mesh mesh;
   mesh.points = positionsOf(published);
   const Number fanEnd = detail::startFan(mesh);
+  auto tin = std::make_unique<CEType>(nullptr, nullptr, nullptr);
   if (fanEnd != 0 && holdsFan(*cet, mesh)) {
     detail::sweep(mesh, fanEnd, nullptr);
     detail::publish(mesh, published, *cet->getCList(), *cet->getEList(), *cet->getTList());
   }
-  return new CEType(cet->getCList(), cet->getEList(), cet->getTList());
+  tin->setCList(cet->getCList());
+  tin->setEList(cet->getEList());
+  tin->setTList(cet->getTList());
+  return tin.release();
 }
 
 }  // namespace OrvikDTM

@@ -34,9 +34,11 @@ Holdings holdings() {
   for (unsigned int i = 0; DTMSurface* surface = getSurface(i); ++i) {
     held.names.emplace_back(surface->getSurfaceName());
     held.points.emplace_back();
-    for (const SurfacePoint* p : surface->getSurfacePoints()) held.points.back().push_back(bytesOf(p, sizeof *p));
+    for (const SurfacePoint* p : surface->getSurfacePoints())
+      held.points.back().emplace_back(reinterpret_cast<const char*>(p), sizeof *p);
   }
-  for (const RangePoint* vertex : state.rangePoints) held.vertices.push_back(bytesOf(vertex, sizeof *vertex));
+  for (const RangePoint* vertex : state.rangePoints)
+    held.vertices.emplace_back(reinterpret_cast<const char*>(vertex), sizeof *vertex);
   return held;
 }
 

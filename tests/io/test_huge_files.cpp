@@ -1,7 +1,7 @@
 // Files that are larger than memory, or have no end: they count as files that cannot be read. Each is all hole, so that
-// it takes no room on the disk, and is read in a process of its own whose memory is limited. Not
-// part of builds with the address sanitizer, which reserves more than any such limit leaves.
-#ifndef _WIN32
+// it takes no room on the disk, and is read in a process of its own whose memory is limited. The
+// address sanitizer reserves more than any such limit leaves.
+#if !defined(_WIN32) && !defined(ORVIKDTM_SANITIZED)
 
 #include <sys/resource.h>
 #include <sys/wait.h>
