@@ -20,14 +20,15 @@ bool isPointFile(const char* path) {
 
 using NewPoints = detail::NewObjects<SurfacePoint>;
 
-void readPoints(const char* path, const char* surfaceName, NewPoints& points) {
+bool readPoints(const char* path, const char* surfaceName, NewPoints& points) {
   std::string contents;
-  if (!detail::readWholeFile(path, contents)) return;
+  if (!detail::readWholeFile(path, contents)) return false;
   detail::NoAccount none;
   detail::readPointLines(contents, none, [&](SurfacePoint& point) {
     point.setSurfaceName(surfaceName);
     points.add(point);
   });
+  return true;
 }
 
 // Hands the points to the list of their owner, and lists them for the reader: all of them, or none when memory runs
@@ -46,7 +47,7 @@ void DTMSurface::loadSurfacePointsFile(const char* path, std::vector<SurfacePoin
   if (!isPointFile(path)) return;
   try {
     NewPoints points(0);
-    readPoints(path, surfaceName, points);
+    if (!readPoints(path, surfaceName, points)) return;
     append(points, surfacePoints, out);
   } catch (const std::exception&) {
     return;

@@ -45,6 +45,7 @@ class RefusedFiles : public FlatTest {
   }
   void TearDown() override {
     for (RangePoint* vertex : vertices_) delete vertex;
+    for (SurfacePoint* copy : handed.pointRecords) freeSurfacePoint(copy);
     FlatTest::TearDown();
   }
 
@@ -140,8 +141,10 @@ class RefusedFiles : public FlatTest {
 
   std::vector<Reader> readers() {
     std::vector<Reader> all = {
-        {"DTMSurface::tryParseSJW", [this] { return ground().tryParseSJW(path("ground.sjw").c_str()); }},
-        {"DTMSurface::tryParseLandXML", [this] { return ground().tryParseLandXML(path("ground.xml").c_str()); }},
+        {"DTMSurface::tryParseSJW",
+         [this] { return refills([this] { return ground().tryParseSJW(path("ground.sjw").c_str()); }); }},
+        {"DTMSurface::tryParseLandXML",
+         [this] { return refills([this] { return ground().tryParseLandXML(path("ground.xml").c_str()); }); }},
         {"CEType::initCETypeFromSJW", [this] { return is(CEType::initCETypeFromSJW(path("ground.sjw").c_str())); }},
         {"CEType::initCETypeFromLandXml",
          [this] { return is(CEType::initCETypeFromLandXml(path("ground.xml").c_str())); }},
@@ -167,14 +170,31 @@ class RefusedFiles : public FlatTest {
       const std::string from = path(kNames[kind]);
       all.insert(
           all.end(),
-          {{"DTMFileOperation::loadSurface", [=, this] { return files_.loadSurface(from.c_str(), kind, &ground()); }},
+          {{"DTMFileOperation::loadSurface",
+            [=, this] { return refills([&] { return files_.loadSurface(from.c_str(), kind, &ground()); }); }},
            {"DTMSurfaceLib::loadDTMSurface", [=, this] { return is(library_->loadDTMSurface(from.c_str(), kind)); }},
            {"loadDTMSurface", [=] { return is(loadDTMSurface(from.c_str(), kind)); }}});
     }
     return all;
   }
 
-  static bool is(const void* result) { return result != nullptr; }
+  // Whether there is a result. It is released, save a surface, which is its library's.
+  template <typename Result>
+  static bool is(Result* result) {
+    const std::unique_ptr<Result> owned(result);
+    return result != nullptr;
+  }
+  static bool is(DTMSurface* surface) { return surface != nullptr; }
+
+  // A surface that is filled from a file leaves its earlier records to the host.
+  template <typename Read>
+  bool refills(const Read& read) const {
+    const std::vector<SurfacePoint*> earlier = ground().getSurfacePoints();
+    const bool isDone = read();
+    if (!isDone) return false;
+    for (const SurfacePoint* point : earlier) delete point;
+    return true;
+  }
 
   template <typename Read>
   bool readsPoints(const Read& read) const {

@@ -86,6 +86,14 @@ void* allocate(std::size_t size, std::size_t alignment) {
   return block;
 }
 
+void* allocateOrNull(std::size_t size) noexcept {
+  try {
+    return allocate(size, 1);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
 void release(void* block) {
   if (block != nullptr) inUse.fetch_sub(1, std::memory_order_relaxed);
   std::free(block);
@@ -97,6 +105,8 @@ std::size_t bytes(std::align_val_t alignment) { return static_cast<std::size_t>(
 
 void* operator new(std::size_t size) { return allocate(size, 1); }
 void* operator new[](std::size_t size) { return allocate(size, 1); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return allocateOrNull(size); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return allocateOrNull(size); }
 void* operator new(std::size_t size, std::align_val_t alignment) { return allocate(size, bytes(alignment)); }
 void* operator new[](std::size_t size, std::align_val_t alignment) { return allocate(size, bytes(alignment)); }
 void operator delete(void* block) noexcept { release(block); }
