@@ -30,7 +30,12 @@ void CEType::bringCopyUpToDate() const {
     if (hullRing_ == nullptr) hullRing_ = detail::HullRing::of(hullList_, edgeList_);
     flat_ = detail::FlatTIN::of(*this);
   }
-  watchNumbers();
+  try {
+    watchNumbers();
+  } catch (...) {
+    forgetCopy();  // numbers that no memory was found for may change before they are looked at
+    throw;
+  }
 }
 
 // Changes of other TINs are told by where in memory they were made.

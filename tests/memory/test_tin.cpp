@@ -1,4 +1,5 @@
 // Memory that runs out in the construction, in a TIN's queries and in its lists.
+#include <algorithm>
 #include <array>
 #include <cfloat>
 #include <sstream>
@@ -298,6 +299,26 @@ TEST(AssignedTinWithoutMemory, SharesNothing) {
   EXPECT_TRUE(unlimit());
   EXPECT_EQ(nullptr, copy.getTList());
   EXPECT_TRUE(copy.getRangeList().empty());
+}
+
+// Numbers that are written through a pointer after a query has failed are seen by the next one.
+TEST(EditedTinWithoutMemory, IsLookedAtAfterAFailure) {
+  bool hasFailed = true;
+  for (long allowed = 0; hasFailed; ++allowed) {
+    TinCase on;
+    const int found = on.other->locateTri(kX, kY);
+    ASSERT_NE(0, found);
+    int* edges = on.other->getTList()->findByNum(on.other->getTList(), found)->getEno();
+    limit(allowed, Failure::kOnce);
+    try {
+      on.other->locateTri(kX, kY);
+    } catch (const std::bad_alloc&) {
+    }
+    hasFailed = unlimit();
+    std::fill(edges, edges + 3, 0);
+    EXPECT_EQ(0, on.other->locateTri1(kX, kY)) << allowed;
+    EXPECT_TRUE(hasFailed || allowed > 1);
+  }
 }
 
 // A list that is assigned to keeps its capacity when there is no memory for the elements.
