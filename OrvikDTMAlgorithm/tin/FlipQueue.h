@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstddef>
-#include <vector>
+#include <memory>
 
 #include <OrvikDTMAlgorithm/tin/Mesh.h>
 
@@ -14,8 +14,6 @@ namespace detail {
 // far from the origin rounding can make flips go round in a circle for ever.
 class FlipQueue {
  public:
-  FlipQueue() : edges_(kLimit) {}
-
   void offer(Number edge) {
     if (tail_ < kLimit) edges_[tail_++] = edge;
   }
@@ -28,7 +26,8 @@ class FlipQueue {
  private:
   static constexpr std::size_t kLimit = 200000;
 
-  std::vector<Number> edges_;
+  // Not initialised: what small surfaces never use is never touched.
+  std::unique_ptr<Number[]> edges_ = std::make_unique_for_overwrite<Number[]>(kLimit);
   std::size_t head_ = 0;
   std::size_t tail_ = 0;
 };
