@@ -59,7 +59,7 @@ class Flipper {
     for (Number edge = 1; edge <= mesh_.edgeCount(); ++edge) {
       queue_.offer(edge);
       while (!queue_.empty()) visit(queue_.take());
-      if (queue_.isFull() && watch_ != nullptr && !watch_->allowsFullQueue()) return false;
+      if (queue_.isFull() && !allowsFullQueue()) return false;
       queue_.reset();
     }
     for (Number edge = 1; edge <= mesh_.edgeCount(); ++edge) {
@@ -70,6 +70,9 @@ class Flipper {
   }
 
  private:
+  // Rare: out of the way of the loop.
+  [[gnu::noinline, gnu::cold]] bool allowsFullQueue() const { return watch_ == nullptr || watch_->allowsFullQueue(); }
+
   Number originOf(Number half) const { return ends_[edgeOf(half)].origin[half & 1]; }
   bool follows(Number second, Number first) const { return originOf(second) == originOf(twin(first)); }
 
