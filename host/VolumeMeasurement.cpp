@@ -27,6 +27,14 @@ bool hasNothingToSample(VolumeMeasurement& work) {
   return work.coverage == 0.0;
 }
 
+// Why nothing was measured.
+std::string whatIsEmpty(const VolumeMeasurement& work) {
+  const bool isLimited = !work.ground->getCEType()->getRangeList().empty();
+  if (work.reference == nullptr)
+    return isLimited ? "nothing of the surface lies within the boundary" : "it has no area";
+  return isLimited ? "nothing lies within both surfaces and the boundary" : "the surfaces have no area in common";
+}
+
 void nameSurfaces(const VolumeMeasurement& work) {
   work.result->setSurfaceName(work.ground->getSurfaceName());
   if (work.reference != nullptr) work.result->setRefSurfaceName(work.reference->getSurfaceName());
@@ -51,6 +59,6 @@ void measure(VolumeMeasurement& work) {
   nameSurfaces(work);
   requireFinite(work);
   if (work.method == VolumeMethod::kExact ? work.coverage == 0.0 : hasNothingToSample(work)) {
-    console::warn(work.groundName + ": nothing lies within both surfaces and the boundary, so all volumes are 0");
+    console::warn(work.groundName + ": " + whatIsEmpty(work) + ", so all volumes are 0");
   }
 }

@@ -60,13 +60,15 @@ class VolumeForms(HostTest):
     def test_surfaces_without_common_ground_are_warned_about(self):
         self.write("far.csv", TILTED.replace(",20", ",90"))
         run = self.run_host("volume", "tilted.csv", "--ref", "far.csv")
-        self.assert_done(run, warning="nothing lies within both surfaces and the boundary, so all volumes are 0")
+        self.assert_done(run, warning="the surfaces have no area in common, so all volumes are 0")
 
     def test_surfaces_that_only_touch_are_warned_about(self):
         self.write("east.csv", "A,,1100,1990,12\nB,,1150,2000,12\nC,,1150,2050,22\nD,,1100,2060,22\n")
         self.write("east.waa", "0\n0\nB1,1990,1100\nB2,2000,1200\nB3,2060,1100\n")
         for method in ("exact", "sampled"):
-            for against in (("--ref", "east.csv"), ("--level", "1", "--range", "east.waa")):
+            for against, why in ((("--ref", "east.csv"), "the surfaces have no area in common"),
+                                 (("--level", "1", "--range", "east.waa"), "nothing of the surface lies within the boundary"),
+                                 (("--ref", "tilted.csv", "--range", "east.waa"), "nothing lies within both surfaces and the boundary")):
                 with self.subTest(method=method, against=against):
                     run = self.run_host("volume", "tilted.csv", *against, "--method", method, "--quiet")
                     self.assertEqual(run.returncode, 0, run.stderr)
@@ -74,7 +76,7 @@ class VolumeForms(HostTest):
                     for label in ("Cut volume", "Fill volume", "Cut plan area", "Fill plan area", "Cut surface area"):
                         self.assertEqual(printed[label], "0.000")
                     run = self.run_host("volume", "tilted.csv", *against, "--method", method)
-                    self.assertIn("nothing lies within both surfaces and the boundary, so all volumes are 0", run.stderr)
+                    self.assertIn(why + ", so all volumes are 0", run.stderr)
 
     def test_within_a_boundary(self):
         run = self.run_host("volume", "tilted.csv", "--level", "10", "--range", "south.waa", "--json")
