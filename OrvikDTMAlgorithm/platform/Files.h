@@ -27,7 +27,7 @@ File openFile(const std::string& path, const char* mode);
 std::size_t sizeOf(std::FILE* file);
 
 // Has the system find room for so many bytes in a new file: that is cheaper than finding it write by write, and a full
-// disk is known before the work begins. False when there is no such room; true also where nobody can tell.
+// disk is known before the work begins. False when there is no such room; true also where that is unknown.
 bool reserveRoom(std::FILE* file, std::size_t bytes);
 
 // Has the system put on the disk what was written. False when it could not.
@@ -63,12 +63,12 @@ enum class Put { kDone, kRefused, kFailed };
 Put putInPlace(const std::string& path, const std::string& target);
 
 // Whether so many bytes find room where `target` stands now, once it is emptied, on the disk and within the limit on
-// the size of files; true also where nobody can tell.
+// the size of files; true also where that is unknown.
 bool hasRoomInPlaceOf(const std::string& target, std::uintmax_t bytes);
 
 // Calls `work`, in which a write that the system refuses fails with an error code only. On POSIX systems it also raises
-// a signal that ends the process by default: SIGXFSZ beyond the limit on the size of files, SIGPIPE for a pipe that
-// nobody reads. They are blocked for this thread meanwhile, and taken off again; the process's own handling of signals
+// a signal that ends the process by default: SIGXFSZ beyond the limit on the size of files, SIGPIPE for a pipe without
+// a reader. They are blocked for this thread meanwhile, and taken off again; the process's own handling of signals
 // is left alone.
 bool withoutWriteSignals(const std::function<bool()>& work);
 
