@@ -72,8 +72,8 @@ bool DTMSurface::parse(detail::ByteReader& reader, int version, WithoutPoints wi
     figures.setExtentOf(tin.get());
   }
 
-  if (replacesTIN || replacesPoints)
-    dropModel();  // also one that version 1 does not replace: it is that of other points
+  // Without a TIN in the block, the present one is that of other points.
+  if (replacesTIN || replacesPoints) dropModel();
   copyName(surfaceName, name);
   statistics = figures;
   if (replacesPoints) {

@@ -1,6 +1,6 @@
 // Files that are larger than memory, or have no end: they count as files that cannot be read. Each is all hole, so that
-// it takes no room on the disk, and is read in a process of its own whose memory is limited. The
-// address sanitizer reserves more than any such limit leaves.
+// it takes no room on the disk, and is read in a process of its own whose memory is limited. The address sanitizer
+// reserves more than any such limit leaves.
 #if !defined(_WIN32) && !defined(ORVIKDTM_SANITIZED)
 
 #include <sys/resource.h>
